@@ -1,0 +1,43 @@
+# What ./run and ./check share: progress lines, the packages that a build and the tests need, and the build itself.
+
+BRINDLE_INSTALL=${BRINDLE_INSTALL:-yes}
+
+build_packages=(g++ cmake ninja-build bison pkg-config libicu-dev libexpat1-dev libtomlplusplus-dev libcli11-dev
+                nlohmann-json3-dev)
+test_packages=(libgtest-dev libgmock-dev clang-format python3)
+
+say() { printf -- '-- %s\n' "$*"; }
+
+# install_packages PACKAGE...: installs those that are missing. With --no-install it only says which.
+install_packages() {
+    local package missing=()
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if [ "$BRINDLE_INSTALL" = no ]; then
+        printf 'missing packages: %s\n' "${missing[*]}" >&2
+        return 1
+    fi
+    local as_root=()
+    [ "$(id -u)" = 0 ] || as_root=(sudo)
+    say "install ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build_preset PRESET TESTS [TARGET...]: configures if need be, with the tests (ON) or without (OFF: only where the tree is
+# new), then builds what has changed.
+build_preset() {
+    local preset=$1 tests=$2 tree=build/$1
+    shift 2
+    if [ ! -f "$tree/build.ninja" ] ||
+        { [ "$tests" = ON ] && ! grep -q '^BRINDLE_BUILD_TESTS:BOOL=ON' "$tree/CMakeCache.txt"; }; then
+        mkdir -p "$tree"
+        if ! cmake --preset "$preset" "-DBRINDLE_BUILD_TESTS=$tests" >"$tree/configure.log" 2>&1; then
+            cat "$tree/configure.log" >&2
+            return 1
+        fi
+    fi
+    cmake --build --preset "$preset" ${*:+--target "$@"}
+}
