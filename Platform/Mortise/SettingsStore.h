@@ -1,0 +1,34 @@
+// The options behind AUT_I_UserConfiguration: the settings file with the overrides of the test hooks in front of it.
+//
+// Readers see an immutable table through one atomic pointer. What changes the options withdraws the table; whoever
+// reads next builds and publishes another under the store's lock. Tables are never freed, so what a reader found stays
+// valid.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "ZBLCore/I18NString.h"
+
+namespace brindle_platform {
+
+struct Option {
+    I18NString text;                    // an integer in decimal
+    std::optional<std::int64_t> number; // if the text is one
+};
+
+// Null if the option isn't set, or neither text nor integer. Valid for ever. Any thread; no lock once the file was
+// read.
+const Option* findOption(std::string_view section, std::string_view name);
+
+// The option as a number that fits the type; none if it is anything else.
+template <class Integer>
+std::optional<Integer> findNumber(std::string_view section, std::string_view name) {
+    const Option* option = findOption(section, name);
+    if (option == nullptr || !option->number || !std::in_range<Integer>(*option->number)) return std::nullopt;
+    return static_cast<Integer>(*option->number);
+}
+
+} // namespace brindle_platform

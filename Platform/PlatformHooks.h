@@ -1,0 +1,53 @@
+// Switches by which tests and tools steer the platform layer: where it looks for files, what the user's settings
+// answer, where log records go. Every operation may be called on any thread at any time and takes effect for the next
+// operation.
+#pragma once
+
+#include <functional>
+
+#include "PlatformApi.h"
+#include "ZBLCore/I18NString.h"
+
+namespace brindle_platform {
+
+// Directory that stands for "." and completes relative paths. The empty text goes back to the default.
+BRINDLE_PLATFORM_API void setProgramDirectory(const I18NString& path);
+
+// File that holds the user's settings from now on; it is read at the next use. The empty path goes back to the
+// default place.
+BRINDLE_PLATFORM_API void setUserConfigurationFile(const I18NString& path);
+
+// The settings file is read again at the next use.
+BRINDLE_PLATFORM_API void reloadUserConfiguration();
+
+// Sets an option for this process, in front of the settings file. A later call for the same option replaces the value.
+BRINDLE_PLATFORM_API void overrideOption(const I18NString& section, const I18NString& name, const I18NString& value);
+BRINDLE_PLATFORM_API void clearOverrides();
+
+// One record of the log as a sink sees it. `text` has its parameters put in and its control characters as they came.
+// `entry`, `tag1` and `tag2` have a meaning in audit records only; `entry` tells ENTER from EXIT.
+struct LogRecord {
+    int level;
+    bool audit;
+    bool entry;
+    I18NString name;
+    I18NString tag1;
+    I18NString tag2;
+    I18NString text;
+};
+
+// Takes every record in place of the place that BRINDLE_LOG names; null goes back to that. Calls come one at a time.
+// What the sink throws is dropped, and a record that is logged from within the sink is dropped too.
+BRINDLE_PLATFORM_API void setLogSink(std::function<void(const LogRecord&)> sink);
+
+// Level of the log entry `name`, in front of the settings; it holds for log objects made from now on.
+BRINDLE_PLATFORM_API void setLogLevel(const I18NString& name, int level);
+BRINDLE_PLATFORM_API void clearLogLevels();
+
+// Name of the platform's default encoding; null, an unknown name and the wide encodings go back to "utf-8".
+BRINDLE_PLATFORM_API void setDefaultEncoding(const char* name);
+
+// What the next call of AUT_Initialize answers, once.
+BRINDLE_PLATFORM_API void setNextInitializeResult(long result);
+
+} // namespace brindle_platform
