@@ -1,0 +1,50 @@
+// Keyword lookup. Each word list becomes an ordered set of lower-cased words on its first use; the set is filled before
+// it is published and only read afterwards, so a lookup takes no lock.
+#include "AQU_SQLKeyword.h"
+
+#include <atomic>
+#include <memory>
+#include <set>
+#include <span>
+
+#include "Mortise/AUT_Text.h"
+#include "ZBLCore/ZBLThread.h"
+
+#include "QUSQLKeywordTable.h"
+
+namespace {
+
+using WordSet = std::set<I18NString>;
+
+constinit std::atomic<const WordSet*> reservedWords{nullptr};
+constinit std::atomic<const WordSet*> queryLanguageWords{nullptr};
+constinit ZBLThreadCriticalSection loadLock;
+
+I18NString Lowered(const I18NString& word) { return AUT_ToLower(word, AUT_DefaultLocale()); }
+
+const WordSet& Loaded(std::atomic<const WordSet*>& published, std::span<const char* const> words) {
+    const WordSet* set = published.load(std::memory_order_acquire);
+    if (set != nullptr) return *set;
+
+    const ZBLThreadGuard guard(loadLock);
+    set = published.load(std::memory_order_relaxed);
+    if (set == nullptr) {
+        auto filled = std::make_unique<WordSet>();
+        for (const char* word : words)
+            filled->insert(Lowered(word));
+        set = filled.release();
+        published.store(set, std::memory_order_release);
+    }
+    return *set;
+}
+
+bool IsReserved(const I18NString& lowered) { return Loaded(reservedWords, kSqlReservedWords).contains(lowered); }
+
+} // namespace
+
+bool AQU_SQLKeyword::IsReservedKeyword(const I18NString& word) { return IsReserved(Lowered(word)); }
+
+bool AQU_SQLKeyword::IsKeyword(const I18NString& word) {
+    const I18NString lowered = Lowered(word);
+    return IsReserved(lowered) || Loaded(queryLanguageWords, kQueryLanguageWords).contains(lowered);
+}
