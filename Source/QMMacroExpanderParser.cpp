@@ -1,0 +1,168 @@
+#include "QMMacroExpanderParser.h"
+
+#include <new>
+
+#include "QMMacroGrammar.h"
+
+// Defined beside the tables: brings a parser state back to its beginning, also after a run that was left in the middle.
+void QmxClearParserState(qmxpstate* state);
+
+namespace {
+
+// What the stack of nodes is made for; it grows beyond.
+constexpr std::size_t kNodeStack = 256;
+
+constexpr QMX_TokenValue kNoValue{0, {nullptr}};
+
+QMX_TokenValue Count(long count) {
+    QMX_TokenValue value = kNoValue;
+    value.count = count;
+    return value;
+}
+
+QMX_TokenValue Symbol(I18NString& text) {
+    QMX_TokenValue value = kNoValue;
+    value.symbol = &text;
+    return value;
+}
+
+} // namespace
+
+QMX_MacroExpanderParser::QMX_MacroExpanderParser(QMX_MacroExpanderLexer& lexer, yy_err_obj& error)
+    : m_lexer(lexer), m_error(error), m_state(nullptr) {
+    m_nodes.reserve(kNodeStack);
+    m_state = qmxpstate_new();
+    if (!m_state) throw std::bad_alloc();
+}
+
+QMX_MacroExpanderParser::~QMX_MacroExpanderParser() { qmxpstate_delete(m_state); }
+
+void QMX_MacroExpanderParser::Run() {
+    m_mode = m_lexer.GetMode();
+    int status = YYPUSH_MORE;
+    while (status == YYPUSH_MORE) {
+        QMX_TokenValue value = kNoValue;
+        value.number = m_lexer.NextToken(value);
+        status = qmxpush_parse(m_state, value.number, &value, *this);
+    }
+    m_failed = status != 0;
+}
+
+void QMX_MacroExpanderParser::Reset() {
+    QmxClearParserState(m_state);
+    m_failed = false;
+    m_mode = EMacroRunMode::positions;
+    m_nodes.clear();
+    m_expressions.clear();
+}
+
+void QMX_MacroExpanderParser::ReportSyntaxError() {
+    const std::size_t begin = m_lexer.GetTokenBegin();
+    m_error.yy_err_report(kYySyntaxError, static_cast<int>(begin), static_cast<int>(m_lexer.GetTokenEnd() - begin));
+}
+
+void QMX_MacroExpanderParser::GiveUp() { m_error.yy_err_exit(); }
+
+void QMX_MacroExpanderParser::PlainText() {
+    if (m_mode == EMacroRunMode::document)
+        m_lexer.GetDocument().PlainText(m_lexer.GetTokenBegin(), m_lexer.GetTokenEnd());
+}
+
+void QMX_MacroExpanderParser::OpenBlock() {
+    if (IsBuilding()) m_expressions.emplace_back(AQM_MacroExpr::Create());
+}
+
+void QMX_MacroExpanderParser::CloseBlock() {
+    if (IsBuilding()) m_expressions.back()->AddChild(PopNode());
+}
+
+AQM_MacroExprNode* QMX_MacroExpanderParser::PopNode() {
+    AQM_MacroExprNode* const node = m_nodes.back();
+    m_nodes.pop_back();
+    return node;
+}
+
+void QMX_MacroExpanderParser::BuildString(const QMX_TokenValue& text) {
+    if (IsBuilding())
+        m_nodes.push_back(m_expressions.back()->CreateUnaryOp(*text.symbol, AQM_MacroExprNode::MOC_Literal));
+}
+
+void QMX_MacroExpanderParser::BuildParameter(const QMX_TokenValue& name) {
+    if (IsBuilding())
+        m_nodes.push_back(
+            m_expressions.back()->CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookup, *name.symbol));
+}
+
+void QMX_MacroExpanderParser::BuildParameterArray(const QMX_TokenValue& name) {
+    if (IsBuilding())
+        m_nodes.push_back(
+            m_expressions.back()->CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookupArray, *name.symbol));
+}
+
+void QMX_MacroExpanderParser::BuildMapReference(const QMX_TokenValue& name) {
+    if (IsBuilding())
+        m_nodes.push_back(m_expressions.back()->CreateUnaryOp(*name.symbol, AQM_MacroExprNode::MOC_ParameterMapRef));
+}
+
+void QMX_MacroExpanderParser::BuildConcat() {
+    if (!IsBuilding()) return;
+    AQM_MacroExprNode* const right = PopNode();
+    AQM_MacroExprNode* const left = PopNode();
+    m_nodes.push_back(m_expressions.back()->CreateBinaryOp(left, right, AQM_MacroExprNode::MOC_Concat));
+}
+
+void QMX_MacroExpanderParser::BuildFunction(const QMX_TokenValue& name, long argumentCount) {
+    if (!IsBuilding()) return;
+    const auto first = m_nodes.end() - argumentCount;
+    const std::vector<AQM_MacroExprNode*> arguments(m_nodes.rbegin(), m_nodes.rbegin() + argumentCount);
+    m_nodes.erase(first, m_nodes.end());
+    m_nodes.push_back(m_expressions.back()->CreateFn(*name.symbol, arguments, AQM_MacroExprNode::MOC_Function));
+}
+
+QMX_TokenValue QMX_MacroExpanderParser::ReportName(const char* element, const QMX_TokenValue& name) {
+    if (m_mode == EMacroRunMode::document)
+        m_lexer.GetDocument().Piece(element, m_lexer.GetNameBegin(), m_lexer.GetNameEnd());
+    return name;
+}
+
+void QMX_MacroExpanderParser::OpenKey(const char* element) {
+    if (m_mode != EMacroRunMode::document) return;
+    m_lexer.GetDocument().OpenKey(m_lexer.GetNameBegin());
+    m_lexer.GetDocument().Piece(element, m_lexer.GetNameBegin(), m_lexer.GetNameEnd());
+}
+
+void QMX_MacroExpanderParser::CloseKey(const QMX_TokenValue& mapName, AQM_MacroExprNode::EMacroOpCode op) {
+    if (m_mode == EMacroRunMode::document) m_lexer.GetDocument().CloseKey(m_lexer.GetTokenEnd());
+    if (!IsBuilding()) return;
+    AQM_MacroExprNode* const key = PopNode();
+    m_nodes.push_back(m_expressions.back()->CreateParameterMapLookup(op, *mapName.symbol, key));
+}
+
+void QMX_MacroExpanderParser::CloseMapEntry(const QMX_TokenValue& mapName) {
+    CloseKey(mapName, AQM_MacroExprNode::MOC_ParameterMapLookup);
+}
+
+void QMX_MacroExpanderParser::CloseMapEntryArray(const QMX_TokenValue& mapName) {
+    CloseKey(mapName, AQM_MacroExprNode::MOC_ParameterMapLookupArray);
+}
+
+void QMX_MacroExpanderParser::OpenBracketedName() { m_lexer.SetCondition(QMX_MacroExpanderLexer::ECondition::bracket); }
+
+QMX_TokenValue QMX_MacroExpanderParser::CloseBracketedName(const QMX_TokenValue& name) {
+    m_lexer.SetCondition(QMX_MacroExpanderLexer::ECondition::macro);
+    return name;
+}
+
+QMX_TokenValue QMX_MacroExpanderParser::FirstArgument() { return Count(1); }
+
+QMX_TokenValue QMX_MacroExpanderParser::NextArgument(const QMX_TokenValue& before) { return Count(before.count + 1); }
+
+QMX_TokenValue QMX_MacroExpanderParser::MapEntryText() {
+    static I18NString text("mmm--mmm");
+    return Symbol(text);
+}
+
+QMX_TokenValue QMX_MacroExpanderParser::MapEntryArrayText() {
+    static I18NString text("aaa--aaa");
+    return Symbol(text);
+}

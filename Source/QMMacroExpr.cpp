@@ -1,0 +1,208 @@
+#include "AQM_MacroExpr.h"
+
+#include <algorithm>
+#include <new>
+#include <typeinfo>
+
+namespace {
+
+// The first block takes the nodes of a small macro block; later ones grow with the expression.
+constexpr std::size_t kFirstBlock = 512;
+constexpr std::size_t kLargestBlock = std::size_t{1} << 18;
+
+} // namespace
+
+AQM_MacroExprNode::~AQM_MacroExprNode() = default;
+
+AQM_MacroExprNode* AQM_MacroExprNode::GetParent() const { return parent; }
+
+AQM_MacroExprNode::EMacroOpCode AQM_MacroExprNode::GetOpCode() const { return opCode; }
+
+std::vector<AQM_MacroExprNode*> AQM_MacroExprNode::GetChildren() const { return children; }
+
+void AQM_MacroExprNode::SetParent(AQM_MacroExprNode* node) { parent = node; }
+
+void AQM_MacroExprNode::SetOpCode(EMacroOpCode op) { opCode = op; }
+
+void AQM_MacroExprNode::AddChild(AQM_MacroExprNode* node) {
+    node->SetParent(this);
+    children.push_back(node);
+}
+
+// The open nodes of the walk stand in a vector instead of on the machine stack. A child without children of its own is
+// visited in place, so a leaf costs no entry.
+void AQM_MacroExprNode::Accept(AQM_I_MacroExprVisitor& visitor) {
+    struct OpenNode {
+        AQM_MacroExprNode* node;
+        std::size_t nextChild;
+    };
+    const auto begin = [&visitor](AQM_MacroExprNode* node) {
+        if (!node->parent) visitor.StartExpression();
+        visitor.PreVisit(node);
+    };
+    const auto end = [&visitor](AQM_MacroExprNode* node) {
+        node->Dispatch(visitor);
+        visitor.PostVisit(node);
+        if (!node->parent) visitor.EndExpression();
+    };
+
+    std::vector<OpenNode> open;
+    open.reserve(8);
+    begin(this);
+    open.push_back({this, 0});
+    while (!open.empty()) {
+        OpenNode& top = open.back();
+        if (top.nextChild == top.node->children.size()) {
+            AQM_MacroExprNode* const node = top.node;
+            open.pop_back();
+            end(node);
+            continue;
+        }
+        AQM_MacroExprNode* const child = top.node->children[top.nextChild++];
+        begin(child);
+        if (child->children.empty())
+            end(child);
+        else
+            open.push_back({child, 0});
+    }
+}
+
+void AQM_MacroExprNode::Dispatch(AQM_I_MacroExprVisitor& visitor) {
+    switch (opCode) {
+    case MOC_None:
+        break;
+    case MOC_Literal:
+        visitor.VisitOpLiteral(opCode, Text());
+        break;
+    case MOC_ParameterLookup:
+        visitor.VisitOpParameterLookup(opCode, Text());
+        break;
+    case MOC_ParameterMapRef:
+        visitor.VisitOpParameterMapRef(opCode, Text());
+        break;
+    case MOC_ParameterLookupArray:
+        visitor.VisitOpParameterLookupArray(opCode, Text());
+        break;
+    case MOC_Expression:
+        visitor.VisitOpExpression(this);
+        break;
+    case MOC_ParameterMapLookup:
+        visitor.VisitOpParameterMapLookup(opCode, Text());
+        break;
+    case MOC_ParameterMapLookupArray:
+        visitor.VisitOpParameterMapLookupArray(opCode, Text());
+        break;
+    case MOC_Function:
+        visitor.VisitOpFunction(this, static_cast<int>(children.size()), Text());
+        break;
+    case MOC_Concat:
+    default:
+        visitor.Binary(opCode);
+        break;
+    }
+}
+
+// Any class of node can bear any code, so the code doesn't tell whether there is a text. The exact classes are told by
+// their type at the cost of a pointer comparison; a node without a text answers the empty string.
+const I18NString& AQM_MacroExprNode::Text() const {
+    static const I18NString empty;
+    const std::type_info& type = typeid(*this);
+    if (type == typeid(AQM_MacroExprNodeParameterLookup) || type == typeid(AQM_MacroExprNodeString))
+        return static_cast<const AQM_MacroExprNodeString*>(this)->text;
+    if (type == typeid(AQM_MacroExprNodeParameterMapLookup))
+        return static_cast<const AQM_MacroExprNodeParameterMapLookup*>(this)->text;
+    if (type == typeid(AQM_MacroExprNodeFunction)) return static_cast<const AQM_MacroExprNodeFunction*>(this)->text;
+    if (const auto* leaf = dynamic_cast<const AQM_MacroExprNodeString*>(this)) return leaf->text;
+    if (const auto* lookup = dynamic_cast<const AQM_MacroExprNodeParameterMapLookup*>(this)) return lookup->text;
+    if (const auto* function = dynamic_cast<const AQM_MacroExprNodeFunction*>(this)) return function->text;
+    return empty;
+}
+
+void AQM_MacroExprNodeString::AddChild(AQM_MacroExprNode*) {}
+
+AQM_MacroExpr::AQM_MacroExpr() { SetOpCode(MOC_Expression); }
+
+AQM_MacroExpr* AQM_MacroExpr::Create() { return new AQM_MacroExpr; }
+
+AQM_MacroExpr::~AQM_MacroExpr() {
+    for (AQM_MacroExprNode* const node : allNodes)
+        node->~AQM_MacroExprNode();
+}
+
+void* AQM_MacroExpr::Allocate(std::size_t size) {
+    constexpr std::size_t alignment = alignof(std::max_align_t);
+    size = (size + alignment - 1) / alignment * alignment;
+    if (size > m_left) {
+        const std::size_t block =
+            std::max(size, std::min(kLargestBlock, kFirstBlock << std::min<std::size_t>(m_blocks.size(), 9)));
+        m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(block));
+        m_free = m_blocks.back().get();
+        m_left = block;
+    }
+    void* const place = m_free;
+    m_free += size;
+    m_left -= size;
+    return place;
+}
+
+// The entry in the list of nodes is made first: nothing can throw between the node's construction and its registration.
+template <class Node, class... Arguments>
+Node* AQM_MacroExpr::Make(EMacroOpCode op, const Arguments&... arguments) {
+    static_assert(alignof(Node) <= alignof(std::max_align_t));
+    void* const place = Allocate(sizeof(Node));
+    allNodes.push_back(nullptr);
+    Node* node = nullptr;
+    try {
+        node = ::new (place) Node(arguments...);
+    } catch (...) {
+        allNodes.pop_back();
+        throw;
+    }
+    allNodes.back() = node;
+    node->SetOpCode(op);
+    return node;
+}
+
+AQM_MacroExprNode* AQM_MacroExpr::CreateUnaryOp(I18NString& text, EMacroOpCode op) {
+    return Make<AQM_MacroExprNodeString>(op, text);
+}
+
+AQM_MacroExprNode* AQM_MacroExpr::CreateParameterLookup(EMacroOpCode op, I18NString& name) {
+    return Make<AQM_MacroExprNodeParameterLookup>(op, name);
+}
+
+AQM_MacroExprNode* AQM_MacroExpr::CreateParameterMapLookup(EMacroOpCode op, I18NString& name, AQM_MacroExprNode* key) {
+    auto* const node = Make<AQM_MacroExprNodeParameterMapLookup>(op, name);
+    node->AddChild(key);
+    return node;
+}
+
+AQM_MacroExprNode* AQM_MacroExpr::CreateBinaryOp(AQM_MacroExprNode* left, AQM_MacroExprNode* right, EMacroOpCode op) {
+    auto* const node = Make<AQM_MacroExprNode>(op);
+    node->AddChild(left);
+    node->AddChild(right);
+    return node;
+}
+
+AQM_MacroExprNode* AQM_MacroExpr::CreateFn(const I18NString& name, const std::vector<AQM_MacroExprNode*>& arguments,
+                                           EMacroOpCode op) {
+    auto* const node = Make<AQM_MacroExprNodeFunction>(op, name);
+    for (AQM_MacroExprNode* const argument : arguments)
+        node->AddChild(argument);
+    return node;
+}
+
+AQM_I_MacroExprVisitor::~AQM_I_MacroExprVisitor() = default;
+void AQM_I_MacroExprVisitor::StartExpression() {}
+void AQM_I_MacroExprVisitor::EndExpression() {}
+void AQM_I_MacroExprVisitor::PreVisit(AQM_MacroExprNode*) {}
+void AQM_I_MacroExprVisitor::PostVisit(AQM_MacroExprNode*) {}
+void AQM_I_MacroExprVisitor::VisitOpExpression(AQM_MacroExprNode*) {}
+void AQM_I_MacroExprVisitor::VisitOpLiteral(EMacroOpCode, const I18NString&) {}
+void AQM_I_MacroExprVisitor::Binary(EMacroOpCode) {}
+void AQM_I_MacroExprVisitor::VisitOpFunction(AQM_MacroExprNode*, int, const I18NString&) {}
+void AQM_I_MacroExprVisitor::VisitOpParameterLookup(EMacroOpCode, const I18NString&) {}
+void AQM_I_MacroExprVisitor::VisitOpParameterLookupArray(EMacroOpCode, const I18NString&) {}
+void AQM_I_MacroExprVisitor::VisitOpParameterMapLookup(EMacroOpCode, const I18NString&) {}
+void AQM_I_MacroExprVisitor::VisitOpParameterMapLookupArray(EMacroOpCode, const I18NString&) {}
+void AQM_I_MacroExprVisitor::VisitOpParameterMapRef(EMacroOpCode, const I18NString&) {}

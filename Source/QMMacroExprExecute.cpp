@@ -1,0 +1,239 @@
+#include "QMMacroExprExecute.h"
+
+#include <utility>
+#include <vector>
+
+#include "Mortise/AUT_I_UserConfiguration.h"
+#include "Mortise/AUT_Text.h"
+
+#include "AQE_TextUtilities.h"
+#include "QEException.h"
+
+#include "QEMessageNumbers.h"
+#include "QEThrow.h"
+#include "QMMacroExpander.h"
+
+namespace {
+
+constexpr int kDefaultNesting = 5;
+
+const I18NString& ConversionToText() {
+    static const I18NString name("_cts");
+    return name;
+}
+
+const I18NString& Concatenation() {
+    static const I18NString name("+");
+    return name;
+}
+
+// A name as it is looked up: the "]]" of a bracketed name is one "]". Few names hold one, so only those are copied.
+class LookupName {
+public:
+    explicit LookupName(const I18NString& written) : m_name(&written) {
+        if (written.bytes().find("]]") == std::string_view::npos) return;
+        AQE_SearchAndReplace(written, "]]", "]", m_reduced);
+        m_name = &m_reduced;
+    }
+    LookupName(const LookupName&) = delete;
+    LookupName& operator=(const LookupName&) = delete;
+    operator const I18NString&() const { return *m_name; }
+
+private:
+    I18NString m_reduced;
+    const I18NString* m_name;
+};
+
+const AQM_MacroValueString* AsString(const AQM_MacroValue* value) {
+    if (!value || value->GetValueType() != AQM_MacroValue::MVT_String) return nullptr;
+    return static_cast<const AQM_MacroValueString*>(value);
+}
+
+std::unique_ptr<AQM_MacroValue> MakeArray(const std::vector<I18NString>& texts) {
+    auto array = std::make_unique<AQM_MacroValueArray>();
+    for (const I18NString& text : texts)
+        array->AddValue(new AQM_MacroValueString(text));
+    return array;
+}
+
+} // namespace
+
+AQM_MacroExprExecute::AQM_MacroExprExecute(AQM_MacroExpander* macroExpander,
+                                           AQU_I_ParameterAccessCoordinator* parameters,
+                                           AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
+                                           const ZBLIDOM_Node& node)
+    : coordinator(parameters), functions(functionTable), expander(macroExpander), reportDocument(document),
+      reportNode(node) {}
+
+AQM_MacroExprExecute::~AQM_MacroExprExecute() = default;
+
+void AQM_MacroExprExecute::PreVisit(AQM_MacroExprNode* node) {
+    if (node->GetOpCode() >= AQM_MacroExprNode::MOC_Expression) evaluator.StartCall();
+}
+
+void AQM_MacroExprExecute::PostVisit(AQM_MacroExprNode* node) {
+    if (!node->GetParent()) return;
+    switch (static_cast<int>(node->GetOpCode())) {
+    case 100:
+    case 101:
+    case 102:
+    case 104:
+    case 200:
+        return;
+    case AQM_MacroExprNode::MOC_ParameterLookup:
+    case AQM_MacroExprNode::MOC_ParameterMapLookup:
+    case AQM_MacroExprNode::MOC_Function:
+        if (const AQM_MacroValueString* const text = AsString(result.get()); text && AQE_IsMacro(text->GetValue())) {
+            ExpandResult(text->GetValue());
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    evaluator.PushValue(result.release());
+}
+
+void AQM_MacroExprExecute::ExpandResult(const I18NString& text) {
+    int depth = 1;
+    for (const AQM_MacroExpander* outer = expander; outer && outer->GetParentVisitor();
+         outer = outer->GetParentVisitor()->GetExpander())
+        ++depth;
+    const long limit = AUT_I_UserConfiguration::Create(1)->GetInteger("QueryEngine", "MacroNesting", kDefaultNesting);
+    if (depth > limit) {
+        QEExceptionExtended failure(ZBLSeverity::error, 0L);
+        QEMessage message(kQEMsgMacroNestingTooDeep);
+        message << ZBLMessageParm(limit);
+        failure << message;
+        QELogAndThrow(failure, "Source/QMMacroExprExecute", 296);
+    }
+
+    AQM_MacroExpander nested(this, reportDocument, reportNode);
+    if (functions)
+        for (const auto& [name, function] : *functions)
+            nested.AddFunction(function);
+    I18NString expanded;
+    nested.Expand(text, coordinator, expanded);
+    evaluator.PushArgument(expanded);
+}
+
+void AQM_MacroExprExecute::VisitOpExpression(AQM_MacroExprNode*) {
+    evaluator.DoCall(ConversionToText());
+    result.reset(evaluator.PopValue());
+}
+
+void AQM_MacroExprExecute::VisitOpLiteral(EMacroOpCode, const I18NString& text) {
+    evaluator.PushArgument(text);
+    if (reportNode) Report("Literal").setAttribute("string", text);
+}
+
+void AQM_MacroExprExecute::Binary(EMacroOpCode) {
+    evaluator.DoCall(Concatenation());
+    result.reset(evaluator.PopValue());
+}
+
+void AQM_MacroExprExecute::VisitOpFunction(AQM_MacroExprNode*, int argumentCount, const I18NString& name) {
+    AQM_I_MacroFunction* function = nullptr;
+    if (functions)
+        if (const auto found = functions->find(name); found != functions->end()) function = found->second;
+    if (function)
+        evaluator.DoCallAppFunction(function);
+    else
+        evaluator.DoCall(name);
+    result.reset(evaluator.PopValue());
+
+    if (!reportNode) return;
+    const ZBLIDOM_Element element = Report("Function");
+    element.setAttribute("functionName", name);
+    element.setAttribute("operandCount", AUT_ToString(argumentCount));
+    element.setAttribute("result", GetResultText());
+}
+
+// A parameter that nobody knows is the empty text: what the coordinator answers beside the value doesn't matter.
+void AQM_MacroExprExecute::VisitOpParameterLookup(EMacroOpCode, const I18NString& name) {
+    const LookupName lookup(name);
+    I18NString value;
+    if (coordinator) coordinator->Get(lookup, value);
+    if (reportNode) ReportLookup("ParameterLookup", lookup, nullptr, {value});
+    result = std::make_unique<AQM_MacroValueString>(std::move(value));
+}
+
+void AQM_MacroExprExecute::VisitOpParameterLookupArray(EMacroOpCode, const I18NString& name) {
+    const LookupName lookup(name);
+    std::vector<I18NString> values;
+    if (coordinator) coordinator->Get(lookup, values);
+    if (reportNode) ReportLookup("ParameterLookupArray", lookup, nullptr, values);
+    result = MakeArray(values);
+}
+
+// The key has been computed into the frame that was opened before the walk of the key's node.
+I18NString AQM_MacroExprExecute::PopKey() {
+    evaluator.DoCall(ConversionToText());
+    const std::unique_ptr<AQM_MacroValue> value(evaluator.PopValue());
+    const AQM_MacroValueString* const key = AsString(value.get());
+    return key ? key->GetValue() : I18NString();
+}
+
+void AQM_MacroExprExecute::VisitOpParameterMapLookup(EMacroOpCode, const I18NString& mapName) {
+    const I18NString key = PopKey();
+    const LookupName lookup(mapName);
+    I18NString value;
+    if (coordinator) coordinator->Get(lookup, key, value);
+    if (reportNode) ReportLookup("ParameterMapLookup", lookup, &key, {value});
+    result = std::make_unique<AQM_MacroValueString>(std::move(value));
+}
+
+void AQM_MacroExprExecute::VisitOpParameterMapLookupArray(EMacroOpCode, const I18NString& mapName) {
+    const I18NString key = PopKey();
+    const LookupName lookup(mapName);
+    std::vector<I18NString> values;
+    if (coordinator) coordinator->Get(lookup, key, values);
+    if (reportNode) ReportLookup("ParameterMapLookupArray", lookup, &key, values);
+    result = MakeArray(values);
+}
+
+// The value of a map reference is the map's name, for functions that take a map by name.
+void AQM_MacroExprExecute::VisitOpParameterMapRef(EMacroOpCode, const I18NString& name) {
+    const LookupName lookup(name);
+    evaluator.PushArgument(lookup);
+    if (reportNode) ReportChild(Report("ParameterMapRef"), "name", lookup);
+}
+
+I18NString AQM_MacroExprExecute::GetResultText() const {
+    if (const AQM_MacroValueString* const text = AsString(result.get())) return text->GetValue();
+    if (result && result->GetValueType() == AQM_MacroValue::MVT_Array) return "array";
+    return {};
+}
+
+ZBLIDOM_Element AQM_MacroExprExecute::Report(const char* element) const {
+    const ZBLIDOM_Element entry = reportDocument.createElement(element);
+    reportNode.appendChild(entry);
+    return entry;
+}
+
+void AQM_MacroExprExecute::ReportChild(const ZBLIDOM_Element& parent, const char* element,
+                                       const I18NString& text) const {
+    parent.appendChild(reportDocument.createElement(element)).appendChild(reportDocument.createTextNode(text));
+}
+
+void AQM_MacroExprExecute::ReportLookup(const char* element, const I18NString& name, const I18NString* key,
+                                        const std::vector<I18NString>& values) const {
+    const ZBLIDOM_Element entry = Report(element);
+    ReportChild(entry, "name", name);
+    if (key) ReportChild(entry, "key", *key);
+    for (const I18NString& value : values)
+        ReportChild(entry, "value", value);
+}
+
+I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
+                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions) {
+    return AQM_ExecuteExpression(expression, expander, coordinator, functions, ZBLIDOM_Document(), ZBLIDOM_Node());
+}
+
+I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
+                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions,
+                                 ZBLIDOM_Document document, ZBLIDOM_Node node) {
+    AQM_MacroExprExecute visitor(expander, coordinator, functions, document, node);
+    expression->Accept(visitor);
+    return visitor.GetResultText();
+}
