@@ -1,0 +1,129 @@
+// Text services: case mapping, comparison without case, numbers, literals, place holders, texts by number, directories.
+#include <climits>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <utility>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "Mortise/AUT_I_FileSupport.h"
+#include "Mortise/AUT_Library.h"
+#include "Mortise/AUT_Resource.h"
+#include "Mortise/AUT_Text.h"
+#include "PlatformHooks.h"
+
+namespace {
+
+TEST(MortiseText, CaseMappingFollowsTheLanguage) {
+    const I18NString rows[][4] = {
+        {"en-us", "", "", ""},
+        {"en-us", I18NString("@AZ[\0`az{ 09", 12), I18NString("@az[\0`az{ 09", 12), I18NString("@AZ[\0`AZ{ 09", 12)},
+        {"en-us", "straße \u0130", "straße i\u0307", "STRASSE \u0130"},
+        {"en-us", "ΟΔΟΣ", "οδος", "ΟΔΟΣ"},
+        {"tr", "Title", "title", "T\u0130TLE"},
+        {"TR-tr", "TITLE", "t\u0131tle", "TITLE"},
+        {"az_AZ", "Ii", "\u0131i", "I\u0130"},
+        {"trk", "Ii", "ii", "II"},
+        {"", "Ii é", "ii é", "II É"},
+    };
+    for (const auto& [locale, text, lower, upper] : rows) {
+        EXPECT_EQ(AUT_ToLower(text, locale), lower) << locale << ": " << text;
+        EXPECT_EQ(AUT_ToUpper(text, locale), upper) << locale << ": " << text;
+        EXPECT_EQ(AUT_ToUpper(text, locale).size(), upper.size()) << locale << ": " << text;
+    }
+}
+
+TEST(MortiseText, ComparisonWithoutCaseOrdersByFoldedCodePoints) {
+    // Each text with an equal one; ascending.
+    const std::pair<I18NString, I18NString> rows[] = {
+        {"", ""},
+        {"[", "["},
+        {"_", "_"},
+        {I18NString("a\0b", 3), I18NString("A\0b", 3)},
+        {"a", "A"},
+        {"ABC", "aBc"},
+        {"k", "\u212A"},
+        {"\u212Ac", "KC"},
+        {"ss", "SS"},
+        {"ß", "\u1E9E"},
+        {"É", "é"},
+        {"ς", "Σ"},
+        {"\uFFFD", "\uFFFD"},
+        {"\U00010400", "\U00010428"},
+    };
+    const auto sign = [](std::ptrdiff_t number) { return (number > 0) - (number < 0); };
+    for (const auto& left : rows) {
+        for (const auto& right : rows) {
+            EXPECT_EQ(sign(AUT_CaseInsensitiveCompare(left.first, right.second)), sign(&left - &right))
+                << left.first << " against " << right.second;
+        }
+    }
+}
+
+TEST(MortiseText, NumbersAreWrittenInAnyRadix) {
+    EXPECT_EQ(AUT_ToString(-255, 16), "-ff");
+    EXPECT_EQ(AUT_ToString(35, 36), "z");
+    EXPECT_EQ(AUT_ToString(INT64_MIN), "-9223372036854775808");
+    EXPECT_EQ(AUT_ToString(INT64_MIN, 2), ("-1" + std::string(63, '0')).c_str());
+    for (const int radix : {1, 37, 0, -16})
+        EXPECT_EQ(AUT_ToString(42, radix), "42") << radix;
+}
+
+TEST(MortiseText, NumbersAreReadUpToTheFirstOtherCharacter) {
+    const auto expect = [](int value, std::initializer_list<const char*> texts) {
+        for (const char* text : texts)
+            EXPECT_EQ(AUT_ToInt(text), value) << "'" << text << "'";
+    };
+    expect(0, {"", "  ", "-", "+-1", "--1", "- 1", "x1", "\u00A01", "\u0661"});
+    expect(7, {"7", " \t\n\v\f\r+7x9", "007", "7é", "7.9"});
+    expect(-42, {"-42", " -42 1"});
+    expect(INT_MAX, {"2147483647", "2147483648", "4294967297", "99999999999999999999999"});
+    expect(INT_MIN, {"-2147483648", "-2147483649", "-99999999999999999999999 7"});
+}
+
+TEST(MortiseText, LatinLiteralsAreOneCodePointPerByte) {
+    EXPECT_EQ(AUT_I18NLatin1Literal("caf\xE9 \x80\xFF \xC3\xA9"), "caf\u00E9 \u0080\u00FF \u00C3\u00A9");
+    EXPECT_TRUE(AUT_I18NLatin1Literal(nullptr).empty());
+}
+
+TEST(MortiseText, SixteenParametersComeInTheirOrder) {
+    I18NString text("%1%2%3%4%5%6%7%8%9%10%11%12%13%14%15%16%17");
+    AUT_SimpleSubstituteText(text, "a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n", "%1", text);
+    EXPECT_EQ(text, "abcdefghijklmn%1%1%2%3%4%5%6%7%8%9%10%11%12%13%14%15%16%17a7");
+}
+
+TEST(MortiseText, ATextWithoutACatalogueShowsFileAndNumber) {
+    I18NString path("old");
+    I18NString text("NoSuchFile");
+    EXPECT_FALSE(AUT_ResourceLoadString(text, path, -1, text)) << "the name may be the result";
+    EXPECT_EQ(text, "NoSuchFile 0xffffffff");
+    EXPECT_EQ(path, "");
+}
+
+TEST(MortiseLibrary, TheHookDecidesOneStart) {
+    brindle_platform::setNextInitializeResult(-7);
+    EXPECT_EQ(AUT_Initialize("test"), -7);
+    EXPECT_EQ(AUT_Initialize("test"), 0);
+    AUT_Terminate("test");
+}
+
+TEST(MortiseFileSupport, DirectoriesAreMadeWithTheirParents) {
+    const std::string root = testing::TempDir() + "brindle-directories-" + std::to_string(::getpid()) + "/";
+    const auto at = [&root](const char* name) { return I18NString((root + name).c_str()); };
+    for (const char* name : {"a/é/c", "a/é/c", "b/d/"}) {
+        EXPECT_TRUE(AUT_I_FileSupport::MakeDirectory(at(name))) << name;
+        EXPECT_TRUE(AUT_I_FileSupport::DirectoryExists(at(name))) << name;
+    }
+    std::filesystem::create_symlink(root + "nowhere", root + "broken");
+    for (const I18NString& refused : {at("broken"), at("broken/x"), I18NString(), at("z") + I18NString("\0/y", 3)}) {
+        EXPECT_FALSE(AUT_I_FileSupport::MakeDirectory(refused)) << refused;
+        EXPECT_FALSE(AUT_I_FileSupport::DirectoryExists(refused)) << refused;
+    }
+    EXPECT_FALSE(AUT_I_FileSupport::DirectoryExists(at("z"))) << "a zero byte doesn't cut the path";
+    std::filesystem::remove_all(root);
+}
+
+} // namespace

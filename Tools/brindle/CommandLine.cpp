@@ -1,0 +1,97 @@
+#include "CommandLine.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+namespace brindle_tool {
+namespace {
+
+// The guard itself is guarded too, so that taking one off always gives the argument back.
+constexpr char kGuard = '\x1f';
+
+bool NeedsGuard(const char* argument) {
+    return *argument != '\0' && std::string_view("[{+").find(*argument) != std::string_view::npos ||
+           *argument == kGuard;
+}
+
+const CLI::Validator& Unguard() {
+    static const CLI::Validator validator(
+        [](std::string& argument) {
+            if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
+            return std::string();
+        },
+        "");
+    return validator;
+}
+
+const CLI::App& ChosenParser(const CLI::App& program) {
+    const std::vector<const CLI::App*> chosen =
+        program.get_subcommands([](const CLI::App* one) { return one->parsed(); });
+    return chosen.empty() ? program : *chosen.front();
+}
+
+// What the parser says begins with a capital letter or with the name of an option.
+std::string InOurStyle(std::string message) {
+    message.erase(std::remove(message.begin(), message.end(), kGuard), message.end());
+    if (message.size() > 1 && message[0] >= 'A' && message[0] <= 'Z' && message[1] >= 'a' && message[1] <= 'z')
+        message[0] = static_cast<char>(message[0] - 'A' + 'a');
+    return message;
+}
+
+std::string WhatIsWrong(const CLI::App& program, const CLI::App& parser, const CLI::Error& error) {
+    std::vector<std::string> surplus = parser.remaining();
+    if (surplus.empty()) return &parser == &program ? "a command is missing" : InOurStyle(error.what());
+    std::string first = surplus.front();
+    if (first.size() > 1 && first.front() == '-') return "unknown option '" + first + "'";
+    return InOurStyle((&parser == &program ? "unknown command '" : "unexpected argument '") + first + "'");
+}
+
+} // namespace
+
+std::vector<std::string> GuardedArguments(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    bool operandsOnly = false;
+    for (int i = 1; i < argc; ++i) {
+        if (!operandsOnly && std::string_view(argv[i]) == "--") {
+            operandsOnly = true;
+        } else {
+            const bool guarded = operandsOnly || NeedsGuard(argv[i]);
+            arguments.push_back(guarded ? kGuard + std::string(argv[i]) : argv[i]);
+        }
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
+}
+
+CLI::Option* AddText(CLI::App& parser, const std::string& name, std::string& value, const std::string& placeholder,
+                     const std::string& description) {
+    return parser.add_option(name, value, description)->type_name(placeholder)->transform(Unguard());
+}
+
+CLI::Option* AddTexts(CLI::App& parser, const std::string& name, std::vector<std::string>& values,
+                      const std::string& description) {
+    return parser.add_option(name, values, description)->option_text("...")->transform(Unguard());
+}
+
+CLI::Option* AddRepeated(CLI::App& parser, const std::string& name, std::function<void(const std::string&)> take,
+                         const std::string& placeholder, const std::string& description) {
+    return parser.add_option_function<std::string>(name, std::move(take), description)
+        ->type_name(placeholder)
+        ->transform(Unguard())
+        ->trigger_on_parse();
+}
+
+CLI::Option* AddFile(CLI::App& parser, std::string& file) {
+    return AddText(parser, "FILE", file, "", "the text; standard input if it is missing or -");
+}
+
+std::string DescribeUsageError(const CLI::App& program, const CLI::Error& error) {
+    const CLI::App& parser = ChosenParser(program);
+    const std::string command = &parser == &program ? "brindle" : "brindle " + parser.get_name();
+    return WhatIsWrong(program, parser, error) + "; see '" + command + " --help'";
+}
+
+} // namespace brindle_tool

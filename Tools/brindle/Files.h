@@ -1,0 +1,25 @@
+// Reading and writing of whole texts. Every failure is a Failure that names the file and the system's reason.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ZBLCore/I18NString.h"
+
+namespace brindle_tool {
+
+struct Input {
+    std::string name; // as it is shown
+    I18NString text;
+};
+
+// The file, or standard input for "-". Ill-formed UTF-8 becomes U+FFFD; 2 GiB and more are refused.
+Input ReadInput(const std::string& file);
+
+// Writes to standard output to the last byte and adds none.
+void WriteOutput(std::string_view bytes);
+
+// Replaces the content of the file. A regular file that could not be written whole is removed.
+void WriteFile(const std::string& file, std::string_view bytes);
+
+} // namespace brindle_tool

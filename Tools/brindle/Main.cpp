@@ -1,0 +1,89 @@
+// The command-line tool: finds the command, reads the command line for it, runs it, and turns what it throws into a
+// message and an exit status.
+#include <new>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "PlatformHooks.h"
+#include "ZBLCore/ZBLException.h"
+
+#include "Command.h"
+#include "CommandLine.h"
+#include "Diagnostic.h"
+#include "Files.h"
+
+namespace brindle_tool {
+namespace {
+
+constexpr const char* kVersion = "brindle " BRINDLE_VERSION;
+
+constexpr Command kCommands[] = {
+    {"expand", "replace the macro blocks of a text by their values",
+     "Example: echo 'select #$a# from t' | brindle expand -p a=x", DeclareExpand},
+    {"check", "parse texts and show the first error of each", "Example: brindle check queries/*.sql", DeclareCheck},
+    {"blocks", "list the macro blocks of a text",
+     "A line for each block: start, end, start and end of its leading comment (byte offsets, - for none).\n"
+     "Example: echo 'a #$x# b' | brindle blocks --values -p x=1",
+     DeclareBlocks},
+    {"document", "give a text with its macro blocks as an XML document", "Example: echo 'a #$x# b' | brindle document",
+     DeclareDocument},
+    {"name", "apply the naming and quoting rules, one result to a line",
+     "Example: brindle name physical select abc 'a b' 1a", DeclareName},
+};
+
+void AddCommand(CLI::App& program, const Command& command, Action& chosen) {
+    CLI::App* const parser = program.add_subcommand(command.name, command.summary)->group("Commands");
+    parser->set_version_flag("--version", kVersion, "show the version");
+    parser->set_help_flag("-h,--help", "show this help");
+    parser->footer(command.example);
+    parser->callback([&chosen, action = command.declare(*parser)] { chosen = action; });
+}
+
+EExitStatus Run(int argc, const char* const* argv) {
+    CLI::App program("expands and examines query texts with macro blocks", "brindle");
+    program.set_version_flag("--version", kVersion, "show the version");
+    program.set_help_flag("-h,--help", "show this help");
+    program.get_formatter()->column_width(28);
+    program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    program.footer("Help on a command: brindle COMMAND --help");
+    program.require_subcommand(1);
+    Action chosen;
+    for (const Command& command : kCommands)
+        AddCommand(program, command, chosen);
+
+    try {
+        program.parse(GuardedArguments(argc, argv));
+    } catch (const CLI::CallForVersion&) {
+        WriteOutput(std::string(kVersion) + "\n");
+        return kSuccess;
+    } catch (const CLI::CallForHelp&) {
+        WriteOutput(program.help());
+        return kSuccess;
+    } catch (const CLI::ParseError& error) {
+        Show({"brindle", Printable(DescribeUsageError(program, error))});
+        return kWrongUsage;
+    }
+    return chosen();
+}
+
+} // namespace
+} // namespace brindle_tool
+
+int main(int argc, char** argv) {
+    using namespace brindle_tool;
+    try {
+        // A name given several times is a list of values.
+        brindle_platform::overrideOption("General Options", "MultiValuesAllowed", "1");
+        return Run(argc, argv);
+    } catch (const Failure& failure) {
+        Show(failure.diagnostic());
+    } catch (const ZBLException& failure) {
+        Show({"brindle", Printable(failure.getMessage().bytes())});
+    } catch (const std::bad_alloc&) {
+        Show({"brindle", "out of memory"});
+    } catch (const std::exception& failure) {
+        Show({"brindle", Printable(failure.what())});
+    }
+    return kRefused;
+}
