@@ -1,6 +1,6 @@
-// How the engine spells and quotes names. Object names of the model stand in square brackets, part by part, with a "]"
-// in a part doubled: [sales].[orders].[a]]b]. Physical SQL names are bare identifiers, or stand in double quotes with a
-// double quote in the name doubled. Each routine takes time linear in its texts and may run on any thread.
+// Names as they stand in query text and in SQL. An object name of the model has its parts in brackets, "[sales].[a]]b]"
+// for "sales" and "a]b". A physical name of a database is bare where SQL reads it as one word, else in double quotes:
+// a"b becomes "a""b". Each routine takes time linear in its texts and may run on any thread.
 #pragma once
 
 #include <vector>

@@ -9,9 +9,9 @@
 
 #include "BrindleApi.h"
 
-// Replaces every occurrence of `search` in `source`, from the left and without overlap; what a replacement puts in is
-// not searched again. `out` is overwritten and returned; it may be any of the three texts. An empty `search` occurs
-// nowhere.
+// Replaces every occurrence of `search` in `source`, each beginning where the one before it has ended or behind it; one
+// that only a replacement brings about stays. `out` is overwritten and returned; it may be any of the three texts. An
+// empty `search` occurs nowhere.
 BRINDLE_API I18NString& AQE_SearchAndReplace(const I18NString& source, const I18NString& search,
                                              const I18NString& replace, I18NString& out);
 BRINDLE_API I18NString AQE_SearchAndReplace(const I18NString& source, const I18NString& search,

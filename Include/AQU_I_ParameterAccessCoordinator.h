@@ -1,6 +1,5 @@
-// The one door through which the macro language and the engine around it read parameters. A coordinator asks all of its
-// maps, and the coordinators nested in it, and settles between their answers by the priority of the maps: the highest
-// wins, and of equal ones the first asked, own maps before nested coordinators.
+// Parameters of many maps under one roof. A lookup goes to every map and then to every nested coordinator, and the
+// answer of the map of highest priority wins; of equal ones that of the map asked first.
 //
 //     std::unique_ptr<AQU_I_ParameterAccessCoordinator> coordinator(AQU_I_ParameterAccessCoordinator::Create());
 //     coordinator->AddParameterMap(&requestParameters);

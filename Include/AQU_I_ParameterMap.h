@@ -1,13 +1,12 @@
-// A parameter map: one source of named string parameters, asked by a map name and a key. One object can serve one or
-// several map names. Whatever needs a parameter asks a coordinator (AQU_I_ParameterAccessCoordinator), which asks its
-// maps and settles between their answers by priority.
+// Where parameters come from: a map answers what stands under a key of a named map, and may serve more than one map
+// name. Those who need a parameter don't ask a map but a coordinator of many (AQU_I_ParameterAccessCoordinator).
 //
 // Every operation that answers an int answers one of these, and callers test for == 1:
 //      1  success, or found
-//     -1  this map serves the map name but lacks the key
-//     -2  this object does not serve the map name
+//     -1  the map name is served, but the key is missing
+//     -2  the map name is not served here
 //     -4  the configuration file behind the map cannot be used
-//      0  this kind of map does not support the operation
+//      0  a map of this kind has no such operation
 // An operation that takes a key and no map name means the map "_env". Output vectors are appended to, never cleared.
 #pragma once
 
@@ -45,8 +44,8 @@ public:
     // The base does nothing. A map name that the object does not serve is passed over in silence.
     virtual void SetDefault(const I18NString& mapName, const I18NString& value);
 
-    // A greater number is a stronger map. A coordinator walks its maps by the priority they had when they were added,
-    // but settles between answers by the priority they have now.
+    // The stronger of two maps is the one of the greater number. A coordinator walks its maps by the priority they had
+    // when they were added, but settles between answers by the priority they have now.
     int GetPriority() const { return priority; }
     void SetPriority(int newPriority) { priority = newPriority; }
 

@@ -36,15 +36,16 @@ struct LogRecord {
     I18NString text;
 };
 
-// Takes every record in place of the place that BRINDLE_LOG names; null goes back to that. Calls come one at a time.
-// What the sink throws is dropped, and a record that is logged from within the sink is dropped too.
+// Takes every record instead of the file that BRINDLE_LOG names; null goes back to the file. Calls come one at a time.
+// What the sink throws is dropped, and so is a record that is logged from within the sink.
 BRINDLE_PLATFORM_API void setLogSink(std::function<void(const LogRecord&)> sink);
 
 // Level of the log entry `name`, in front of the settings; it holds for log objects made from now on.
 BRINDLE_PLATFORM_API void setLogLevel(const I18NString& name, int level);
 BRINDLE_PLATFORM_API void clearLogLevels();
 
-// Name of the platform's default encoding; null, an unknown name and the wide encodings go back to "utf-8".
+// Name of the platform's default encoding. Null, an unknown name and the utf-16 and utf-32 family go back to
+// BRINDLE_DEFAULT_ENCODING, or to utf-8 where that names none.
 BRINDLE_PLATFORM_API void setDefaultEncoding(const char* name);
 
 // What the next call of AUT_Initialize answers, once.

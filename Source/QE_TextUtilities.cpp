@@ -4,65 +4,23 @@
 #include "AQE_TextUtilities.h"
 
 #include <cctype>
-#include <cstdint>
 #include <string_view>
 #include <utility>
-
-namespace {
-
-// Finds a pattern from the left. A short pattern is tried at each place where its first byte stands; a long one could
-// make that quadratic, so it is matched by way of its borders: where a match breaks off after n bytes, it goes on with
-// the longest beginning of the pattern that those n bytes end with.
-class PatternFinder {
-public:
-    explicit PatternFinder(std::string_view pattern) : m_pattern(pattern) {
-        if (pattern.size() <= kShortPattern) return;
-        m_borders.resize(pattern.size());
-        for (std::size_t i = 1; i < pattern.size(); ++i)
-            m_borders[i] = static_cast<std::uint32_t>(Extend(m_borders[i - 1], pattern[i]));
-    }
-
-    // The byte offset of the first match that begins at `from` or behind it, else npos. The empty pattern has none.
-    std::size_t Find(std::string_view text, std::size_t from) const {
-        if (m_pattern.empty()) return std::string_view::npos;
-        if (m_borders.empty()) return text.find(m_pattern, from);
-        std::size_t matched = 0;
-        for (std::size_t i = from; i < text.size(); ++i) {
-            matched = Extend(matched, text[i]);
-            if (matched == m_pattern.size()) return i + 1 - matched;
-        }
-        return std::string_view::npos;
-    }
-
-private:
-    static constexpr std::size_t kShortPattern = 32;
-
-    std::size_t Extend(std::size_t matched, char byte) const {
-        while (matched > 0 && m_pattern[matched] != byte)
-            matched = m_borders[matched - 1];
-        return m_pattern[matched] == byte ? matched + 1 : 0;
-    }
-
-    std::string_view m_pattern;
-    std::vector<std::uint32_t> m_borders; // empty for a short pattern
-};
-
-} // namespace
 
 I18NString& AQE_SearchAndReplace(const I18NString& source, const I18NString& search, const I18NString& replace,
                                  I18NString& out) {
     const std::string_view text = source.bytes();
-    const PatternFinder finder(search.bytes());
-    std::size_t found = finder.Find(text, 0);
+    const std::string_view pattern = search.bytes();
+    std::size_t found = I18NFindBytes(text, pattern);
     if (found == std::string_view::npos) return out = source;
 
     I18NString result;
     result.reserve(text.size());
     std::size_t begin = 0;
-    for (; found != std::string_view::npos; found = finder.Find(text, begin)) {
+    for (; found != std::string_view::npos; found = I18NFindBytes(text, pattern, begin)) {
         result.appendValidUtf8(text.substr(begin, found - begin));
         result.append(replace);
-        begin = found + search.bytes().size();
+        begin = found + pattern.size();
     }
     result.appendValidUtf8(text.substr(begin));
     return out = std::move(result);

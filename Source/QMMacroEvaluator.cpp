@@ -8,6 +8,7 @@
 
 #include "QEMessageNumbers.h"
 #include "QEThrow.h"
+#include "QMMacroValueAccess.h"
 
 namespace {
 
@@ -19,8 +20,6 @@ constexpr long kCodeUnknownFunction = 1221;
     QEAddMessages(failure, message, parameterCount, parameter);
     QELogAndThrow(failure, "Source/QMMacroEvaluator", line);
 }
-
-bool IsString(const AQM_MacroValue* value) { return value && value->GetValueType() == AQM_MacroValue::MVT_String; }
 
 const I18NString& Concatenation() {
     static const I18NString name("+");
@@ -83,7 +82,8 @@ AQM_MacroValue* AQM_MacroEvaluator::Concatenate() {
     AQM_MacroValueArray* const frame = TopFrame();
     AQM_MacroValue* const left = frame->values.front();
     AQM_MacroValue* const right = frame->values.back();
-    if (!IsString(left) || !IsString(right)) Fail(kCodeWrongArguments, kQEMsgMacroWrongArguments, 0, I18NString(), 84);
+    if (!QMAsString(left) || !QMAsString(right))
+        Fail(kCodeWrongArguments, kQEMsgMacroWrongArguments, 0, I18NString(), 84);
     static_cast<AQM_MacroValueString*>(left)->value.append(static_cast<AQM_MacroValueString*>(right)->value);
     frame->values.pop_front();
     return left;
@@ -101,7 +101,7 @@ void AQM_MacroEvaluator::DoCall(const I18NString& name) {
         AQM_MacroValue* const argument = count ? TopFrame()->values.front() : nullptr;
         if (count == 0) {
             ReplaceTop(new AQM_MacroValueString(I18NString()));
-        } else if (IsString(argument)) {
+        } else if (QMAsString(argument)) {
             TopFrame()->values.pop_front();
             ReplaceTop(argument);
         } else {
@@ -113,7 +113,7 @@ void AQM_MacroEvaluator::DoCall(const I18NString& name) {
     if (std::strcmp(name.c_str(), "myfunc") == 0) {
         const AQM_MacroValue* const argument = count == 1 ? TopFrame()->values.front() : nullptr;
         std::unique_ptr<AQM_MacroValueString> result;
-        if (IsString(argument)) {
+        if (QMAsString(argument)) {
             I18NString text("UH: don''t know what to do with:<");
             text.append(static_cast<const AQM_MacroValueString*>(argument)->GetValue()).append(U'>');
             result = std::make_unique<AQM_MacroValueString>(std::move(text));

@@ -15,6 +15,7 @@
 
 #include "QEMessageNumbers.h"
 #include "QEThrow.h"
+#include "QMMacroBuiltIns.h"
 #include "QMMacroParserPool.h"
 
 namespace {
@@ -44,7 +45,10 @@ bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
 } // namespace
 
-AQM_MacroExpander::AQM_MacroExpander() = default;
+AQM_MacroExpander::AQM_MacroExpander() {
+    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions())
+        AddFunction(function);
+}
 
 AQM_MacroExpander::AQM_MacroExpander(AQM_MacroExprExecute* visitor, const ZBLIDOM_Document& document,
                                      const ZBLIDOM_Node& node)

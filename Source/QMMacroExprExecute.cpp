@@ -12,6 +12,7 @@
 #include "QEMessageNumbers.h"
 #include "QEThrow.h"
 #include "QMMacroExpander.h"
+#include "QMMacroValueAccess.h"
 
 namespace {
 
@@ -43,11 +44,6 @@ private:
     I18NString m_reduced;
     const I18NString* m_name;
 };
-
-const AQM_MacroValueString* AsString(const AQM_MacroValue* value) {
-    if (!value || value->GetValueType() != AQM_MacroValue::MVT_String) return nullptr;
-    return static_cast<const AQM_MacroValueString*>(value);
-}
 
 std::unique_ptr<AQM_MacroValue> MakeArray(const std::vector<I18NString>& texts) {
     auto array = std::make_unique<AQM_MacroValueArray>();
@@ -83,7 +79,7 @@ void AQM_MacroExprExecute::PostVisit(AQM_MacroExprNode* node) {
     case AQM_MacroExprNode::MOC_ParameterLookup:
     case AQM_MacroExprNode::MOC_ParameterMapLookup:
     case AQM_MacroExprNode::MOC_Function:
-        if (const AQM_MacroValueString* const text = AsString(result.get()); text && AQE_IsMacro(text->GetValue())) {
+        if (const AQM_MacroValueString* const text = QMAsString(result.get()); text && AQE_IsMacro(text->GetValue())) {
             ExpandResult(text->GetValue());
             return;
         }
@@ -170,7 +166,7 @@ void AQM_MacroExprExecute::VisitOpParameterLookupArray(EMacroOpCode, const I18NS
 I18NString AQM_MacroExprExecute::PopKey() {
     evaluator.DoCall(ConversionToText());
     const std::unique_ptr<AQM_MacroValue> value(evaluator.PopValue());
-    const AQM_MacroValueString* const key = AsString(value.get());
+    const AQM_MacroValueString* const key = QMAsString(value.get());
     return key ? key->GetValue() : I18NString();
 }
 
@@ -200,7 +196,7 @@ void AQM_MacroExprExecute::VisitOpParameterMapRef(EMacroOpCode, const I18NString
 }
 
 I18NString AQM_MacroExprExecute::GetResultText() const {
-    if (const AQM_MacroValueString* const text = AsString(result.get())) return text->GetValue();
+    if (const AQM_MacroValueString* const text = QMAsString(result.get())) return text->GetValue();
     if (result && result->GetValueType() == AQM_MacroValue::MVT_Array) return "array";
     return {};
 }

@@ -51,8 +51,8 @@ std::map<I18NString, I18NString> MergeSingleValues(const std::vector<AQU_I_Param
     return merged;
 }
 
-// A stronger map replaces the whole set of values of each key that it has, so its keys are cleared before any of its
-// values goes in.
+// Per key all values come from one map. A map may have several of a key, so its keys are cleared before the first of
+// its values goes in.
 std::multimap<I18NString, I18NString> MergeValueSets(const std::vector<AQU_I_ParameterMap*>& maps,
                                                      const I18NString& mapName) {
     std::multimap<I18NString, I18NString> merged;

@@ -20,14 +20,6 @@ I18NString::index asIndex(std::size_t count) { return static_cast<I18NString::in
 
 std::string_view viewOf(const char* text) { return text ? std::string_view(text) : std::string_view(); }
 
-// Both searches stay linear where the text is foreign: the standard ones restart at every byte, which on runs of one
-// letter costs the product of both lengths.
-std::size_t firstOccurrence(std::string_view text, std::string_view pattern) {
-    if (text.size() < pattern.size()) return kNowhere;
-    const void* hit = memmem(text.data(), text.size(), pattern.data(), pattern.size());
-    return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) : kNowhere;
-}
-
 // Slides a window from the end to the start and keeps its hash, the sum of byte[k] * kBase^k modulo a prime; only a
 // window with the pattern's hash is compared.
 std::size_t lastOccurrenceOfLong(std::string_view text, std::string_view pattern) {
@@ -62,6 +54,13 @@ std::size_t lastOccurrence(std::string_view text, std::string_view pattern) {
 }
 
 } // namespace
+
+// The standard search restarts at every byte, which on runs of one letter costs the product of both lengths.
+std::size_t I18NFindBytes(std::string_view text, std::string_view pattern, std::size_t from) noexcept {
+    if (pattern.empty() || from > text.size()) return kNowhere;
+    const void* hit = memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
+    return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) : kNowhere;
+}
 
 I18NString::I18NString(const char* utf8) { appendUtf8(viewOf(utf8)); }
 
@@ -184,7 +183,7 @@ I18NString::index I18NString::find(const I18NString& text, index from) const noe
     const index begin = clamped(from);
     const std::size_t beginByte = byteOffsetOf(begin);
     const std::string_view searched = bytes().substr(beginByte);
-    const std::size_t hit = firstOccurrence(searched, text.m_bytes);
+    const std::size_t hit = I18NFindBytes(searched, text.m_bytes);
     if (hit == kNowhere) return -1;
     return begin + asIndex(isAscii() ? hit : countCodePoints(searched.substr(0, hit)));
 }

@@ -182,6 +182,12 @@ private:
     index m_size = 0;
 };
 
+// The offset of the first occurrence of `pattern` in `text` that begins at the byte `from` or behind it, else
+// std::string_view::npos; the empty pattern occurs nowhere. Time is linear in both, whatever they hold. In well-formed
+// UTF-8 an occurrence of a whole text begins and ends between characters.
+BRINDLE_PLATFORM_API std::size_t I18NFindBytes(std::string_view text, std::string_view pattern,
+                                               std::size_t from = 0) noexcept;
+
 BRINDLE_PLATFORM_API I18NString operator+(const I18NString& a, const I18NString& b);
 
 // Appends to a text that nobody else needs, so that a chain of `+` copies its left part once.

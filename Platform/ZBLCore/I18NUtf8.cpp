@@ -1,6 +1,7 @@
 #include "ZBLCore/I18NUtf8.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -37,27 +38,53 @@ const char* skipAscii(const char* at, const char* end) {
     return at;
 }
 
-struct Sequence {
-    std::size_t length;
-    bool wellFormed;
+// The legal second bytes behind a lead byte. Narrowed ranges keep out overlong forms (E0, F0), surrogates (ED) and
+// values above U+10FFFF (F4); none is legal behind a byte that leads nothing. The further bytes may be any continuation
+// bytes.
+struct SecondByte {
+    unsigned char lowest = 0xFF;
+    unsigned char highest = 0;
 };
 
-// Reads one sequence at a byte above 0x7F: a character, or the maximal subpart that could still have begun one. The
-// lead byte alone decides the length and which second bytes are legal; the narrowed ranges keep out overlong forms (E0,
-// F0), surrogates (ED) and values above U+10FFFF (F4).
-Sequence readSequence(const char* at, const char* end) {
-    const auto lead = static_cast<unsigned char>(*at);
-    if (lead < 0xC2 || lead > 0xF4) return {1, false};
-    const std::size_t wanted = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    const std::size_t available = std::min(wanted, distance(at, end));
-    if (available == 1) return {1, false};
+// For the lead bytes from 0x80 on.
+constexpr std::array<SecondByte, 128> kSecondBytes = [] {
+    std::array<SecondByte, 128> ranges{};
+    for (std::size_t lead = 0xC2; lead <= 0xF4; ++lead)
+        ranges[lead - 0x80] = {0x80, 0xBF};
+    ranges[0xE0 - 0x80].lowest = 0xA0;
+    ranges[0xED - 0x80].highest = 0x9F;
+    ranges[0xF0 - 0x80].lowest = 0x90;
+    ranges[0xF4 - 0x80].highest = 0x8F;
+    return ranges;
+}();
+
+// Whether the byte behind the lead byte at `at` may follow it.
+bool hasLegalSecond(const char* at) {
+    const SecondByte& range = kSecondBytes[static_cast<unsigned char>(at[0]) - 0x80u];
     const auto second = static_cast<unsigned char>(at[1]);
-    if (second < lowest || second > highest) return {1, false};
-    for (std::size_t length = 2; length < available; ++length)
-        if (!isContinuation(at[length])) return {length, false};
-    return {available, available == wanted};
+    return second >= range.lowest && second <= range.highest;
+}
+
+// The length of the character that begins with a byte above 0x7F; 0 if it is ill-formed. The length comes from
+// branches, which the processor foretells, and not from the table, for which the next character would have to wait.
+std::size_t characterLength(const char* at, const char* end) {
+    const std::size_t available = distance(at, end);
+    const auto lead = static_cast<unsigned char>(*at);
+    if (available < 2 || !hasLegalSecond(at)) return 0;
+    if (lead < 0xE0) return 2;
+    if (available < 3 || !isContinuation(at[2])) return 0;
+    if (lead < 0xF0) return 3;
+    return available < 4 || !isContinuation(at[3]) ? 0 : 4;
+}
+
+// The length of the maximal subpart of an ill-formed character: the bytes that could still have begun one.
+std::size_t illFormedLength(const char* at, const char* end) {
+    const std::size_t available = distance(at, end);
+    if (available == 1 || !hasLegalSecond(at)) return 1;
+    std::size_t length = 2;
+    while (length < available && isContinuation(at[length]))
+        ++length;
+    return length;
 }
 
 } // namespace
@@ -69,10 +96,10 @@ Utf8Length wellFormedPrefix(std::string_view bytes) noexcept {
     std::size_t continuationBytes = 0;
     while ((at = skipAscii(at, end)) != end) {
         do {
-            const Sequence sequence = readSequence(at, end);
-            if (!sequence.wellFormed) return {distance(begin, at), distance(begin, at) - continuationBytes};
-            at += sequence.length;
-            continuationBytes += sequence.length - 1;
+            const std::size_t length = characterLength(at, end);
+            if (length == 0) return {distance(begin, at), distance(begin, at) - continuationBytes};
+            at += length;
+            continuationBytes += length - 1;
         } while (at != end && static_cast<unsigned char>(*at) >= 0x80);
     }
     return {bytes.size(), bytes.size() - continuationBytes};
@@ -91,7 +118,7 @@ std::size_t appendRepaired(std::string& out, std::string_view bytes, std::size_t
         if (kReplacement.size() > maxBytes - out.size()) return std::string::npos;
         out.append(kReplacement);
         ++codePoints;
-        bytes.remove_prefix(readSequence(bytes.data(), bytes.data() + bytes.size()).length);
+        bytes.remove_prefix(illFormedLength(bytes.data(), bytes.data() + bytes.size()));
     }
 }
 

@@ -2,14 +2,14 @@
 // program directory, in UTF-8, one text to a line:
 //
 //     # a comment
-//     0x35d64ee1<TAB>macros are nested more deeply than the limit of %1
+//     0x35d64ee1<TAB>macro values that are macros again are nested beyond the limit of %1
 //
 // The number is decimal or hexadecimal; \n, \t and \\ in the text are escapes; of two lines with one number the later
 // counts; a line of another form is passed over. Sought are the catalogues of the locale, of its language and of "en",
 // and the first that has the number answers.
 //
-// A file is read when it is first asked for and never again. What was read stands unchanged to the end of the process
-// in a list that only grows, so that readers need no lock.
+// A file is read when it is first asked for and never again, so one that is missing then is not seen later. What was
+// read stands unchanged to the end of the process in a list that only grows, so that readers need no lock.
 #pragma once
 
 #include "ZBLCore/I18NLocale.h"

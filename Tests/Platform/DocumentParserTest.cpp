@@ -103,6 +103,7 @@ TEST(DocumentParser, RefusesWithThePosition) {
         {"<?xml version='1.0' encoding='windows-12520'?><r/>", unknown},
         {"<?xml version='1.0' encoding='iso-8859-2'?><r/>", unknown},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='iso-8859-1'?><r/>", mark},
+        {"\xFF\xFE \0 "sv, "1:2: unclosed token"},
         {"<\0r\0/\0>\0"sv, noMark},
         {"\0<\0r\0/\0>"sv, noMark},
     };
@@ -116,6 +117,7 @@ TEST(DocumentParser, ReadsBothOrdersOfUtf16AndRefusesHalfPairs) {
         {u"\uFEFF<r>\r\n\U0001F600\xD800</r>", "2:2: lone surrogate"}, // must not swallow the "<"
         {u"\uFEFF<r>\r\xDC00</r>", "2:1: lone surrogate"},
         {u"\uFEFF<r/>\xD800", "1:5: lone surrogate"},
+        {u"\uFEFF<r>\xD800\xE000</r>", "1:4: lone surrogate"},
         {u"\uFEFF<?xml version='1.0' encoding='windows-1252'?><r/>",
          "1:1: the encoding declared is not that of the byte-order mark"},
     };

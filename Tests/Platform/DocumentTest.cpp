@@ -67,6 +67,7 @@ TEST(DocumentTree, RefusedChangesThrowAndLeaveTheTree) {
     const ZBLIDOM_Document document = parsed("<r><a><b>t</b></a></r>");
     const ZBLIDOM_Element r = document.getDocumentElement(), a = tagged(document, "a"), b = tagged(document, "b");
     const ZBLIDOM_Node text = b.getFirstChild();
+    const ZBLIDOM_Document empty = newDocument("");
     const std::string below = "a node cannot be appended to itself or to a node below it";
     const std::string foreign = "a node of another document cannot be appended";
     const std::string onlyElement = "a document takes one element and nothing else";
@@ -79,7 +80,7 @@ TEST(DocumentTree, RefusedChangesThrowAndLeaveTheTree) {
         {[&] { a.appendChild(parsed("<e/>").getDocumentElement()); }, foreign},
         {[&] { a.appendChild(ZBLIDOM_Node()); }, "a null node cannot be appended"},
         {[&] { document.appendChild(b); }, onlyElement},
-        {[&] { document.appendChild(document.createTextNode("t")); }, onlyElement},
+        {[&] { empty.appendChild(empty.createTextNode("t")); }, onlyElement},
         {[&] { ZBLIDOM_Node().appendChild(a); }, null},
         {[&] { ZBLIDOM_Element().setAttribute("n", "v"); }, null},
     };

@@ -30,12 +30,12 @@ std::string traceOf(const ZBLException& exception) {
 
 TEST(Exception, MessageForPeople) {
     ZBLException several(12L);
-    several << ZBLMessageString("first") << ZBLMessageString("") << ZBLMessageString("l\xC3\xA4st");
+    several << ZBLMessageString("") << ZBLMessageString("first") << ZBLMessageString("l\xC3\xA4st");
     const std::pair<ZBLException, std::string> rows[] = {
         {ZBLException(-0x7FFFFFFFFFFFFFFFL - 1), "ZBLException -9223372036854775808"},
         {ZBLException("it broke"), "it broke"},
         {ZBLException(static_cast<const char*>(nullptr)), ""},
-        {several, "first\n\nl\xC3\xA4st"},
+        {several, "\nfirst\nl\xC3\xA4st"},
     };
     for (const auto& [exception, message] : rows)
         EXPECT_EQ(exception.getMessage().bytes(), message);
@@ -66,8 +66,9 @@ TEST(Exception, CopiesDontSeeEachOthersChanges) {
     first << ZBLMessageString("shared");
     ZBLException second(first);
     ZBLException third("dropped");
-    third = second;
     third = static_cast<const ZBLException&>(third);
+    EXPECT_EQ(third.getMessage(), "dropped");
+    third = second;
     first << ZBLMessageString("a");
     second << ZBLMessageString("b");
     third.addBackTrace(ZBLFileLocation("p", 1), "c", "m");

@@ -57,6 +57,9 @@ TEST(Message, Parameters) {
     std::vector<ZBLMessageParm> many;
     for (const char letter : std::string("123456789abcdefgh"))
         many.emplace_back(I18NString(&letter, 1));
+    std::string left;
+    for (int number = 2; number <= 33; ++number)
+        left += " [p]";
     const struct {
         const char* text;
         std::vector<ZBLMessageParm> parameters;
@@ -67,6 +70,7 @@ TEST(Message, Parameters) {
         {"%3 stays", {"a"}, "%3 stays [a]"},
         {"%1%2", {"%2%1", "x"}, "%2%1x"},
         {"%16|%15|%1", many, "g|f|1 [2] [3] [4] [5] [6] [7] [8] [9] [a] [b] [c] [d] [e] [h]"},
+        {"%1", std::vector<ZBLMessageParm>(33, "p"), "p" + left},
         {"%17 %160", {"a"}, "a7 %160"},
         {"%0 %01 % %%1 100%", {"a"}, "%0 %01 % %a 100%"},
         {"\xC3\xA4%1\xE2\x82\xAC%2\xF0\x9F\x98\x80",

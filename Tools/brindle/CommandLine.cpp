@@ -13,8 +13,7 @@ namespace {
 constexpr char kGuard = '\x1f';
 
 bool NeedsGuard(const char* argument) {
-    return *argument != '\0' && std::string_view("[{+").find(*argument) != std::string_view::npos ||
-           *argument == kGuard;
+    return *argument == '[' || *argument == '{' || *argument == '+' || *argument == kGuard;
 }
 
 const CLI::Validator& Unguard() {

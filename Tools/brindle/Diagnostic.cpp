@@ -40,6 +40,22 @@ bool EndsLine(std::string_view text, std::size_t byte) {
     return text[byte] == '\r' && (byte + 1 == text.size() || text[byte + 1] != '\n');
 }
 
+// Steps to the next character; stays at the last one and answers false.
+bool Advance(std::string_view text, Place& place) {
+    if (place.byte >= text.size()) return false;
+    const std::size_t next = place.byte + CharacterAt(text, place.byte).size();
+    if (next >= text.size()) return false;
+    if (EndsLine(text, place.byte)) {
+        ++place.line;
+        place.column = 1;
+        place.lineBegin = next;
+    } else {
+        ++place.column;
+    }
+    place.byte = next;
+    return true;
+}
+
 bool UseColour() {
     const char* const refused = std::getenv("NO_COLOR");
     const char* const terminal = std::getenv("TERM");
@@ -90,21 +106,20 @@ std::string Printable(std::string_view text, std::size_t limit) {
     return shown;
 }
 
-Place FindPlace(const I18NString& text, std::int64_t character) {
+Place FindPlaceOfCharacter(const I18NString& text, std::int64_t character) {
     const std::string_view bytes = text.bytes();
     Place place;
-    for (std::int64_t number = 1; number < character; ++number) {
-        const std::size_t next = place.byte < bytes.size() ? place.byte + CharacterAt(bytes, place.byte).size() : 0;
-        if (next == 0 || next >= bytes.size()) break;
-        if (EndsLine(bytes, place.byte)) {
-            ++place.line;
-            place.column = 1;
-            place.lineBegin = next;
-        } else {
-            ++place.column;
-        }
-        place.byte = next;
+    for (std::int64_t number = 1; number < character && Advance(bytes, place); ++number) {
     }
+    return place;
+}
+
+Place FindPlaceOfByte(const I18NString& text, std::size_t byte) {
+    const std::string_view bytes = text.bytes();
+    Place place;
+    Place next;
+    while (Advance(bytes, next) && next.byte <= byte)
+        place = next;
     return place;
 }
 
@@ -112,6 +127,7 @@ std::string ToText(const Place& place) { return std::to_string(place.line) + ":"
 
 std::string Excerpt(const I18NString& text, const Place& place) {
     const std::string_view bytes = text.bytes();
+    if (bytes.empty()) return {};
     std::size_t at = place.lineBegin;
     std::int64_t column = 1;
     for (; place.column - column > kShownBeforeCaret; ++column)

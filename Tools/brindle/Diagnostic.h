@@ -52,8 +52,10 @@ struct Place {
     std::size_t byte = 0;
 };
 
-// `character` counts from 1 and is brought into the text; a text without characters has the place 1:1.
-Place FindPlace(const I18NString& text, std::int64_t character);
+// The character counted from 1, or the one that holds the byte at the offset. Both are brought into the text; a text
+// without characters has the place 1:1.
+Place FindPlaceOfCharacter(const I18NString& text, std::int64_t character);
+Place FindPlaceOfByte(const I18NString& text, std::size_t byte);
 
 // "line:column".
 std::string ToText(const Place& place);

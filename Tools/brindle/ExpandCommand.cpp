@@ -46,7 +46,8 @@ Action DeclareExpand(CLI::App& parser) {
     const auto options = std::make_shared<Options>();
     AddFile(parser, options->file);
     AddParameterOptions(parser, options->parameters);
-    AddText(parser, "--report", options->report, "FILE", "write what each block did to FILE, as XML");
+    AddText(parser, "--report", options->report, "FILE", "write what each block did to FILE, as XML")
+        ->check([](const std::string& file) { return file == "-" ? "expected a file, found '-'" : ""; });
     return [options] { return Expand(*options); };
 }
 

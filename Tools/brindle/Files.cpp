@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include "Diagnostic.h"
 
@@ -43,6 +44,8 @@ std::string ReadAll(std::FILE* file, const std::string& name) {
 
 Input ReadInput(const std::string& file) {
     const std::string name = Printable(file);
+    static bool inputIsUsed = false;
+    if (file == "-" && std::exchange(inputIsUsed, true)) throw Failure({name, "standard input is asked for twice"});
     const OwnedFile opened = file == "-" ? nullptr : Open(file, "rb");
     const std::string bytes = ReadAll(opened == nullptr ? stdin : opened.get(), name);
     try {

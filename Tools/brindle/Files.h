@@ -13,7 +13,8 @@ struct Input {
     I18NString text;
 };
 
-// The file, or standard input for "-". Ill-formed UTF-8 becomes U+FFFD; 2 GiB and more are refused.
+// The file, or standard input for "-", which can be read once only. Ill-formed UTF-8 becomes U+FFFD; 2 GiB and more are
+// refused.
 Input ReadInput(const std::string& file);
 
 // Writes to standard output to the last byte and adds none.

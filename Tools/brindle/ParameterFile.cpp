@@ -2,7 +2,6 @@
 // it, and its depth doesn't matter.
 #include "ParameterFile.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
@@ -62,15 +61,13 @@ public:
     }
 
     bool parse_error(std::size_t readBytes, const std::string&, const Json::exception& error) override {
-        // What the parser says opens with its own name and with the place in bytes.
+        // What the parser says opens with the error's name and, mostly, with the place in bytes.
         std::string_view what = error.what();
+        if (const std::size_t name = what.find("] "); name != what.npos) what.remove_prefix(name + 2);
         if (const std::size_t column = what.find(" column "); column != what.npos) what.remove_prefix(column);
         if (const std::size_t colon = what.find(": "); colon != what.npos) what.remove_prefix(colon + 2);
 
-        const std::string_view bytes = m_input.text.bytes();
-        const auto isCharacterStart = [](char byte) { return (byte & '\xC0') != '\x80'; };
-        const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(std::min(readBytes, bytes.size()));
-        const Place place = FindPlace(m_input.text, std::count_if(bytes.begin(), end, isCharacterStart));
+        const Place place = FindPlaceOfByte(m_input.text, readBytes == 0 ? 0 : readBytes - 1);
         throw Failure({m_input.name + ":" + ToText(place), Printable(what), Excerpt(m_input.text, place)});
     }
 

@@ -1,0 +1,160 @@
+#include "QMListFunctions.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "AQE_TextUtilities.h"
+
+#include "QMMacroPattern.h"
+#include "QMMacroValueAccess.h"
+
+namespace {
+
+using enum AQM_MacroValue::MacroValueType;
+
+// Calls `use` with the text of each string element in order.
+template <class Use>
+void ForEachString(const AQM_MacroValueArray& array, const Use& use) {
+    for (const AQM_MacroValue* const element : array.GetValues())
+        if (const AQM_MacroValueString* const text = QMAsString(element)) use(text->GetValue());
+}
+
+void AddString(AQM_MacroValueArray& array, I18NString text) {
+    array.AddValue(new AQM_MacroValueString(std::move(text)));
+}
+
+I18NString Piece(std::string_view bytes) {
+    I18NString piece;
+    piece.appendValidUtf8(bytes);
+    return piece;
+}
+
+// An empty separator occurs nowhere, so the whole text is the one piece.
+void Split(const I18NString& text, const I18NString& separator, AQM_MacroValueArray& pieces) {
+    const std::string_view bytes = text.bytes();
+    std::size_t begin = 0;
+    for (std::size_t end = 0; (end = I18NFindBytes(bytes, separator.bytes(), begin)) != std::string_view::npos;
+         begin = end + separator.bytes().size())
+        AddString(pieces, Piece(bytes.substr(begin, end - begin)));
+    AddString(pieces, Piece(bytes.substr(begin)));
+}
+
+I18NString Substitute(const I18NString& text, const MF_Pattern& pattern, const I18NString& replacement) {
+    const std::string_view bytes = text.bytes();
+    const MF_Pattern::Match match = pattern.Find(bytes);
+    if (!match) return text;
+    I18NString result;
+    result.appendValidUtf8(bytes.substr(0, static_cast<std::size_t>(match.begin)));
+    result.append(replacement);
+    result.appendValidUtf8(bytes.substr(static_cast<std::size_t>(match.end)));
+    return result;
+}
+
+} // namespace
+
+MF_Join::MF_Join() : MF_BuiltIn("join", {MVT_String, MVT_Array}, MVT_String) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Join::Call(const Arguments& arguments) const {
+    if (arguments.Count() != 2) FailCount(3511);
+    const I18NString& separator = RequireString(arguments, 0, 3512);
+    if (const AQM_MacroValueString* const text = QMAsString(arguments[1])) return QMMakeString(text->GetValue());
+    I18NString joined;
+    if (const AQM_MacroValueArray* const array = QMAsArray(arguments[1])) {
+        bool isFirst = true;
+        for (const AQM_MacroValue* const element : array->GetValues()) {
+            if (const AQM_MacroValueString* const text = QMAsString(element)) {
+                if (!isFirst) joined += separator;
+                joined += text->GetValue();
+            }
+            isFirst = false;
+        }
+    }
+    return QMMakeString(std::move(joined));
+}
+
+MF_Split::MF_Split() : MF_BuiltIn("split", {MVT_String, MVT_Array}, MVT_Array) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Split::Call(const Arguments& arguments) const {
+    if (arguments.Count() != 2) FailCount(3521);
+    const I18NString& separator = RequireString(arguments, 0, 3522);
+    auto pieces = std::make_unique<AQM_MacroValueArray>();
+    if (const AQM_MacroValueString* const text = QMAsString(arguments[1])) Split(text->GetValue(), separator, *pieces);
+    if (const AQM_MacroValueArray* const array = QMAsArray(arguments[1]))
+        ForEachString(*array, [&](const I18NString& text) { Split(text, separator, *pieces); });
+    return pieces;
+}
+
+MF_Grep::MF_Grep() : MF_BuiltIn("grep", {MVT_String, MVT_Array}, MVT_Array) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Grep::Call(const Arguments& arguments) const {
+    if (arguments.Count() < 2) FailTooFew(arguments, 2, 3531);
+    if (arguments.Count() > 2) FailTooMany(arguments, 2, 3532);
+    const MF_Pattern pattern(RequireString(arguments, 0, 3533), *this);
+    const AQM_MacroValueArray& array = RequireArray(arguments, 1, 3534);
+    auto found = std::make_unique<AQM_MacroValueArray>();
+    ForEachString(array, [&](const I18NString& text) {
+        if (static_cast<bool>(pattern.Find(text.bytes())) != pattern.IsNegated()) AddString(*found, text);
+    });
+    return found;
+}
+
+MF_Sort::MF_Sort() : MF_BuiltIn("sort", {MVT_Array}, MVT_Array) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Sort::Call(const Arguments& arguments) const {
+    if (arguments.Count() != 1) FailCount(3541);
+    std::vector<const I18NString*> texts;
+    ForEachString(RequireArray(arguments, 0, 3542), [&texts](const I18NString& text) { texts.push_back(&text); });
+    std::sort(texts.begin(), texts.end(), [](const I18NString* a, const I18NString* b) { return *a < *b; });
+    auto sorted = std::make_unique<AQM_MacroValueArray>();
+    for (const I18NString* const text : texts)
+        AddString(*sorted, *text);
+    return sorted;
+}
+
+MF_Unique::MF_Unique() : MF_BuiltIn("unique", {MVT_Array}, MVT_Array) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Unique::Call(const Arguments& arguments) const {
+    if (arguments.Count() != 1) FailCount(3551);
+    const AQM_MacroValueArray& array = RequireArray(arguments, 0, 3552);
+    const auto less = [](const I18NString* a, const I18NString* b) { return *a < *b; };
+    std::set<const I18NString*, decltype(less)> seen(less);
+    auto distinct = std::make_unique<AQM_MacroValueArray>();
+    ForEachString(array, [&](const I18NString& text) {
+        if (seen.insert(&text).second) AddString(*distinct, text);
+    });
+    return distinct;
+}
+
+MF_Substitute::MF_Substitute() : MF_BuiltIn("substitute", {MVT_String, MVT_String, MVT_Array}, MVT_Array) {}
+
+std::unique_ptr<AQM_MacroValue> MF_Substitute::Call(const Arguments& arguments) const {
+    if (arguments.Count() != 3) FailCount(3561);
+    const MF_Pattern pattern(RequireString(arguments, 0, 3562), *this);
+    const I18NString& replacement = RequireString(arguments, 1, 3563);
+    if (const AQM_MacroValueString* const text = QMAsString(arguments[2]))
+        return QMMakeString(Substitute(text->GetValue(), pattern, replacement));
+    if (const AQM_MacroValueArray* const array = QMAsArray(arguments[2]))
+        return QMMapStrings(*array, [&](const I18NString& text) { return Substitute(text, pattern, replacement); });
+    return nullptr;
+}
+
+MF_CSV::MF_CSV() : MF_BuiltIn("csv", {MVT_Array}, MVT_String) {}
+
+std::unique_ptr<AQM_MacroValue> MF_CSV::Call(const Arguments& arguments) const {
+    if (arguments.Count() < 1) FailTooFew(arguments, 1, 3571);
+    if (arguments.Count() > 3) FailTooMany(arguments, 3, 3572);
+    const AQM_MacroValueArray& array = RequireArray(arguments, 0, 3573);
+    const I18NString separator = arguments.Count() > 1 ? RequireString(arguments, 1, 3574) : I18NString(",");
+    const I18NString quote = arguments.Count() > 2 ? RequireString(arguments, 2, 3575) : I18NString("'");
+    const I18NString doubled = quote + quote;
+    I18NString line;
+    I18NString escaped;
+    ForEachString(array, [&](const I18NString& text) {
+        if (!line.empty()) line += separator;
+        line += quote;
+        line += AQE_SearchAndReplace(text, quote, doubled, escaped);
+        line += quote;
+    });
+    return QMMakeString(std::move(line));
+}

@@ -1,0 +1,68 @@
+// What the built-in macro functions share: their fixed answers about themselves, their view of the arguments, and the
+// failures that they raise.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <iterator>
+#include <list>
+#include <memory>
+
+#include "AQM_I_MacroFunction.h"
+#include "AQM_MacroValue.h"
+
+// One object of each derived class serves the whole process, on any number of threads: nothing changes after
+// construction. Constructors run while the library is loaded and use none of its services.
+class MF_BuiltIn : public AQM_I_MacroFunction {
+public:
+    void GetParameterTypes(std::vector<int>& types) override;
+    I18NString GetName() override;
+    int GetReturnType() override;
+
+    // Null for anything but an argument frame; else what Call answers.
+    AQM_MacroValue* Execute(AQM_MacroValue* arguments) override;
+
+    // The arguments of one call in the order in which they were written; the frame has them the other way round.
+    class Arguments {
+    public:
+        explicit Arguments(const AQM_MacroValueArray& frame) : m_values(frame.GetValues()) {}
+        int Count() const { return static_cast<int>(m_values.size()); }
+        // Of a small index, from 0; it must be below Count.
+        const AQM_MacroValue* operator[](int index) const { return *std::next(m_values.rbegin(), index); }
+        auto begin() const { return m_values.rbegin(); }
+        auto end() const { return m_values.rend(); }
+
+    private:
+        const std::list<AQM_MacroValue*>& m_values;
+    };
+
+protected:
+    MF_BuiltIn(const char* name, std::initializer_list<AQM_MacroValue::MacroValueType> parameterTypes,
+               AQM_MacroValue::MacroValueType returnType);
+
+    // A null answer means that the function can do nothing with these arguments.
+    virtual std::unique_ptr<AQM_MacroValue> Call(const Arguments& arguments) const = 0;
+
+    // The failures that functions raise: QEException, code 202, one message that begins with the function's name. The
+    // line is the stable name of the failure in the log.
+    [[noreturn]] void FailTooFew(const Arguments& arguments, int wanted, long line) const;
+    [[noreturn]] void FailTooMany(const Arguments& arguments, int wanted, long line) const;
+    [[noreturn]] void FailCount(long line) const;
+    [[noreturn]] void FailType(const Arguments& arguments, int index, const char* wanted, long line) const;
+    [[noreturn]] void FailPattern(const I18NString& pattern, long line) const;
+    // The argument as a string or as an array; FailType if it is another.
+    const I18NString& RequireString(const Arguments& arguments, int index, long line) const;
+    const AQM_MacroValueArray& RequireArray(const Arguments& arguments, int index, long line) const;
+
+private:
+    friend class MF_Pattern;
+    const char* m_name;
+    std::vector<int> m_parameterTypes;
+    int m_returnType;
+};
+
+// A new string value.
+std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text);
+// A new array with what the function answers for each string element; other elements are dropped.
+std::unique_ptr<AQM_MacroValue> QMMapStrings(const AQM_MacroValueArray& array,
+                                             const std::function<I18NString(const I18NString&)>& convert);

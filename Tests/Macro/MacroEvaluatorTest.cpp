@@ -1,0 +1,160 @@
+// The evaluator's stack of argument frames, its own functions, and who frees which value.
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "AQM_MacroEvaluator.h"
+
+#include "Support/FailureCheck.h"
+#include "Support/ValueDump.h"
+
+namespace {
+
+using brindle_test::DescribeValue;
+using brindle_test::FailureOf;
+
+// A value of no kind that the language has; it counts those alive.
+struct Probe : AQM_MacroValue {
+    static inline int alive = 0;
+    explicit Probe(MacroValueType valueType = MVT_Map) : AQM_MacroValue(valueType) { ++alive; }
+    ~Probe() override { --alive; }
+};
+
+// Answers a text with its frame in it; null for an empty frame, an exception for a first argument "throw".
+struct Frame : AQM_I_MacroFunction {
+    AQM_MacroValue* Execute(AQM_MacroValue* arguments) override {
+        const std::string frame = DescribeValue(arguments);
+        if (frame == "['throw']") throw "thrown";
+        return frame == "[]" ? nullptr : new AQM_MacroValueString(frame.c_str());
+    }
+    void GetParameterTypes(std::vector<int>&) override {}
+    I18NString GetName() override { return "fr\xc3\xa4me"; }
+    int GetReturnType() override { return AQM_MacroValue::MVT_String; }
+};
+
+// Runs steps: "[" opens a frame, "{}", "0" and "?" push an array, null and a probe, "=" pops a value and pushes it into
+// the frame below, "!name" calls the evaluator's function, "!!" the one above, anything else is pushed as a text. The
+// answer is all that is then popped, top first, or the failure and what lies on the stack behind it.
+std::string StackAfter(const std::string& steps) {
+    AQM_MacroEvaluator evaluator;
+    Frame frame;
+    const std::string failure = FailureOf([&] {
+        std::istringstream in(steps);
+        for (std::string step; in >> step;) {
+            if (step == "[")
+                evaluator.StartCall();
+            else if (step == "{}")
+                evaluator.PushValue(new AQM_MacroValueArray);
+            else if (step == "0")
+                evaluator.PushValue(nullptr);
+            else if (step == "?")
+                evaluator.PushValue(new Probe);
+            else if (step == "=")
+                evaluator.PushValue(evaluator.PopValue());
+            else if (step == "!!")
+                evaluator.DoCallAppFunction(&frame);
+            else if (step[0] == '!')
+                evaluator.DoCall(step.substr(1).c_str());
+            else
+                evaluator.PushArgument(step.c_str());
+        }
+    });
+    std::string line = failure == "nothing thrown" ? "" : failure + " ";
+    line += std::to_string(evaluator.GetNumberOfArguments());
+    for (int i = 0; i < 3; ++i) {
+        const std::unique_ptr<AQM_MacroValue> value(evaluator.PopValue());
+        line += " " + DescribeValue(value.get());
+    }
+    return line;
+}
+
+TEST(MacroEvaluator, CallReplacesTheFrameByItsResult) {
+    const std::string cannotJoin = "QEException 202 0x35dc6529() Source/QMMacroEvaluator:84 2 ";
+    const std::pair<const char*, std::string> rows[] = {
+        // steps, the number of arguments on top, what lies on the stack
+        {"", "0 null null null"},
+        {"[", "0 [] null null"},
+        {"[ a {} 0", "3 ['a', [], null] null null"},
+        {"[ a [ b c", "2 ['b', 'c'] ['a'] null"},
+        {"[ a [ b = c", "3 ['a', ['b'], 'c'] null null"},
+        {"[ a b !+", "0 'ab' null null"},
+        {"[ \xc3\xa4 \xe2\x82\xac !+", "0 '\xc3\xa4\xe2\x82\xac' null null"},
+        {"[ [ a b !+ = c !+", "0 'abc' null null"},
+        {"[ !+", "0 [] null null"},
+        {"[ a !+", "1 ['a'] null null"},
+        {"[ a b c !+", "3 ['a', 'b', 'c'] null null"},
+        {"[ a {} !+", cannotJoin + "['a', []] null null"},
+        {"[ {} a !+", cannotJoin + "[[], 'a'] null null"},
+        {"[ a 0 !+", cannotJoin + "['a', null] null null"},
+        {"[ 0 a !+", cannotJoin + "[null, 'a'] null null"},
+        {"[ ? a !+", cannotJoin + "[3, 'a'] null null"},
+        {"[ !_cts", "0 '' null null"},
+        {"[ a !_cts", "0 'a' null null"},
+        {"[ {} !_cts", "0 'array_tbd' null null"},
+        {"[ x [ 0 !_cts", "0 null ['x'] null"},
+        {"[ a b !_cts", "2 ['a', 'b'] null null"},
+        {"[ a !myfunc", "0 'UH: don''t know what to do with:<a>' null null"},
+        {"[ x [ !myfunc", "0 null ['x'] null"},
+        {"[ x [ {} !myfunc", "0 null ['x'] null"},
+        {"[ x [ a b !myfunc", "0 null ['x'] null"},
+        {"[ a !Myfunc", "QEException 1221 0x35ddd82c(\"Myfunc\") Source/QMMacroEvaluator:141 1 ['a'] null null"},
+        {"[ a !_cts_", "QEException 1221 0x35ddd82c(\"_cts_\") Source/QMMacroEvaluator:141 1 ['a'] null null"},
+        {"[ a b !!", "0 '['a', 'b']' null null"},
+        {"[ x [ !!", "QEException 202 0x35ddd827(\"fr\xc3\xa4me\") Source/QMMacroEvaluator:184 0 [] ['x'] null"},
+        {"[ x [ throw !!", "text: thrown 1 ['throw'] ['x'] null"},
+        // Nothing to work on.
+        {"!+ !_cts !myfunc", "0 null null null"},
+        {"a ? {} 0", "0 null null null"},
+        {"[ a !_cts ? b", "0 'a' null null"},
+    };
+    for (const auto& [steps, stack] : rows)
+        EXPECT_EQ(StackAfter(steps), stack) << steps;
+    EXPECT_EQ(Probe::alive, 0);
+}
+
+TEST(MacroEvaluator, FreesWhatIsLeftOnItsStack) {
+    for (const char* steps :
+         {"?", "[ ?", "[ ? [ ? ?", "[ ? !_cts", "[ ? ? !_cts", "[ [ ? = a !+", "[ ? !!", "[ ? !no"}) {
+        StackAfter(steps);
+        EXPECT_EQ(Probe::alive, 0) << steps;
+    }
+    auto evaluator = std::make_unique<AQM_MacroEvaluator>();
+    for (int i = 0; i < 3; ++i) {
+        evaluator->StartCall();
+        evaluator->PushValue(new Probe);
+    }
+    const std::unique_ptr<AQM_MacroValue> popped(evaluator->PopValue());
+    EXPECT_EQ(Probe::alive, 3);
+    evaluator.reset();
+    EXPECT_EQ(Probe::alive, 1) << "the popped frame is the caller's";
+}
+
+TEST(MacroValue, ArraysOfAnyDepthAreFreed) {
+    auto outer = std::make_unique<AQM_MacroValueArray>();
+    for (int i = 0; i < 1'000'000; ++i) {
+        auto next = std::make_unique<AQM_MacroValueArray>();
+        if (i % 1000 == 0) next->AddValue(new Probe);
+        next->AddValue(outer.release());
+        // A value that calls itself an array without being one.
+        if (i % 1000 == 1) next->AddValue(new Probe(AQM_MacroValue::MVT_Array));
+        next->AddValue(nullptr);
+        outer = std::move(next);
+    }
+    EXPECT_EQ(Probe::alive, 2000);
+    outer.reset();
+    EXPECT_EQ(Probe::alive, 0);
+}
+
+TEST(MacroValue, ArrayAnswersNullOutside) {
+    AQM_MacroValueArray array;
+    for (const char* text : {"a", "b", "c"})
+        array.AddValue(new AQM_MacroValueString(I18NString(text)));
+    std::string elements;
+    for (const int index : {-2147483647, -1, 0, 1, 2, 3, 2147483647})
+        elements += DescribeValue(array.Get(index)) + " ";
+    EXPECT_EQ(elements, "null null 'a' 'b' 'c' null null ");
+}
+
+} // namespace

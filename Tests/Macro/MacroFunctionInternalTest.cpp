@@ -1,0 +1,50 @@
+// What the built-in functions say of themselves, and calls that no text can bring about.
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "QMMacroBuiltIns.h"
+
+namespace {
+
+TEST(MacroBuiltIns, StandInTheOrderOfTheirRegistration) {
+    std::string table;
+    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions()) {
+        std::vector<int> types{0};
+        function->GetParameterTypes(types);
+        table += std::string(function->GetName().bytes()) + "(";
+        for (const int type : types)
+            table += std::to_string(type);
+        table += ")" + std::to_string(function->GetReturnType()) + " ";
+    }
+    EXPECT_EQ(table, "sq(01)1 dq(01)1 sb(01)1 csv(02)1 array(01)2 sort(02)2 grep(012)2 substitute(0112)2 unique(02)2 "
+                     "split(012)2 join(012)1 urlencode(01)1 ");
+}
+
+TEST(MacroBuiltIns, AnswerNullToWhatIsNoArgumentFrame) {
+    AQM_MacroValueString text("a");
+    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions()) {
+        EXPECT_EQ(function->Execute(nullptr), nullptr) << function->GetName();
+        EXPECT_EQ(function->Execute(&text), nullptr) << function->GetName();
+    }
+}
+
+// The frame stays the caller's, and nothing of it is in the result.
+TEST(MacroBuiltIns, CopyWhatTheyPassOn) {
+    auto frame = std::make_unique<AQM_MacroValueArray>();
+    auto* const list = new AQM_MacroValueArray;
+    list->AddValue(new AQM_MacroValueString("b"));
+    frame->AddValue(list);
+    std::vector<std::unique_ptr<AQM_MacroValue>> results;
+    for (const int index : {4, 5, 8})
+        results.emplace_back(QMGetBuiltInFunctions()[static_cast<std::size_t>(index)]->Execute(frame.get()));
+    ASSERT_EQ(frame->Size(), 1);
+    ASSERT_EQ(list->Size(), 1);
+    frame.reset();
+    for (const auto& result : results) {
+        const auto& array = dynamic_cast<const AQM_MacroValueArray&>(*result);
+        EXPECT_EQ(dynamic_cast<const AQM_MacroValueString&>(*array.Get(0)).GetValue(), "b");
+    }
+}
+
+} // namespace

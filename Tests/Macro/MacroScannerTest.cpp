@@ -1,0 +1,110 @@
+// The division of a text into tokens. The scanner stands alone here: where the parser would have it read a name in
+// brackets, the helper does.
+#include <cctype>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "QMMacroGrammar.h"
+#include "QMMacroParserPool.h"
+#include "Support/FailureCheck.h"
+#include "Support/Rows.h"
+
+namespace {
+
+using brindle_test::CheckRows;
+using brindle_test::FailureOf;
+using ECondition = QMX_MacroExpanderLexer::ECondition;
+
+// The tokens' numbers, and behind them "<plain text>", "<string's value>" or "<name>"; or the failure. In the modes
+// that need no values a string is shown as it is written.
+std::string ScannedIn(EMacroRunMode mode, std::string_view text, int* line = nullptr) {
+    QMX_ParserSet set;
+    QMX_MacroExpanderLexer& lexer = set.lexer;
+    set.input.SetText(text.data(), text.size());
+    lexer.Start(mode);
+    std::string tokens;
+    const std::string failure = FailureOf([&] {
+        bool isNameDue = false;
+        for (QMX_TokenValue value{-1, {nullptr}}; value.number != yy_eof; value.symbol = nullptr) {
+            value.number = lexer.NextToken(value);
+            tokens += (tokens.empty() ? "" : " ") + std::to_string(value.number);
+            const bool isName = value.number == Identifier;
+            const std::size_t begin = isName ? lexer.GetNameBegin() : lexer.GetTokenBegin();
+            const std::size_t end = isName ? lexer.GetNameEnd() : lexer.GetTokenEnd();
+            const std::string_view written = text.substr(begin, end - begin);
+            if (value.number >= AnyChar && value.number <= Identifier)
+                tokens += "<" + std::string(value.symbol ? value.symbol->bytes() : written) + ">";
+            if (value.number == OpenBracket && isNameDue) lexer.SetCondition(ECondition::bracket);
+            if (isName || value.number == RBRACKET) lexer.SetCondition(ECondition::macro);
+            isNameDue = value.number == Dollar || value.number == Percent || value.number == AtSign;
+        }
+    });
+    if (line) *line = lexer.GetLine();
+    return failure == "nothing thrown" ? tokens : failure;
+}
+
+std::string Scanned(const std::string& text) { return ScannedIn(EMacroRunMode::expansion, text); }
+
+TEST(MacroScanner, PlainTextRunsToTheHashThatNoFormProtects) {
+    // Behind each of these texts stands one more "#", which opens a block.
+    const char* const plain[] = {
+        "a b\n", "'#'",   "'a''#'",  "''",     "'''#'''",         "\"#\"\"#\"", "'\"'", "[#]]#[]", "?#?",
+        "??#?",  "?\?\?", "?'?",     "/*#**/", "/*/#*/",          "/",          "*/",   "-",       "//",
+        "--#\n", "--#\r", "--'\r\n", "a]",     "\u00e9'\u20ac#'", "?\?\?\?#?"};
+    for (const std::string text : plain)
+        EXPECT_EQ(Scanned(text + "#"), "2<" + text + "> 1 0");
+    CheckRows(Scanned, " -> 0", "--#' -> 2<--#'> 0", "-- -> 2<--> 0", "##a -> 1 1 2<a> 0", "#### -> 1 1 1 1 0");
+}
+
+TEST(MacroScanner, BlocksAreDividedIntoTheirTokens) {
+    CheckRows(Scanned, "#,;$%@()[]{}+# -> 1 5 5 6 7 8 9 10 11 12 13 14 15 1 0", "#a''b -> 1 4<a> 3<> 4<b> 0",
+              "#a.b_1\u00e9Z# -> 1 4<a.b_1\u00e9Z> 1 0", "#\u20ac# -> 1 4<\u20ac> 1 0", "#a -> 1 4<a> 0",
+              "#a\tb\nc\rd e\"\"f# -> 1 4<a> 4<b> 4<c> 4<d> 4<e> 3<> 4<f> 1 0",
+              "#a$b%c(e)f+g,h/**/i -> 1 4<a> 6 4<b> 7 4<c> 9 4<e> 10 4<f> 15 4<g> 5 4<h> 4<i> 0",
+              "#i;j@k[l]m{n}o -> 1 4<i> 5 4<j> 8 4<k> 11 4<l> 12 4<m> 13 4<n> 14 4<o> 0",
+              "#\t\r\n $ \n a # -> 1 6 4<a> 1 0", "#/*a**/$/**/b//#'\n# -> 1 6 4<b> 1 0",
+              "#//\r\n//\r//\n\"\"# -> 1 3<> 1 0", "#/*/#*/#a -> 1 1 2<a> 0", "#$[#'\"\n$]# -> 1 6 11 4<#'\"\n$> 1 0",
+              "#%[ ]@[]]# -> 1 7 11 4< > 8 11 16 12 1 0", "#$[ -> 1 6 11 0",
+              "#$[a]]b]]]c]# -> 1 6 11 4<a]]b]]> 4<c> 12 1 0", "#$[\u20ac] -> 1 6 11 4<\u20ac> 0");
+}
+
+TEST(MacroScanner, StringsAreReducedOnlyWhereTreesAreBuilt) {
+    const auto value = [](const std::string& text) {
+        for (const EMacroRunMode mode : {EMacroRunMode::positions, EMacroRunMode::document})
+            EXPECT_EQ(ScannedIn(mode, "#" + text + "#"), "1 3<" + text + "> 1 0");
+        return Scanned("#" + text + "#");
+    };
+    CheckRows(value, "'' -> 1 3<> 1 0", "'''' -> 1 3<'> 1 0", "'''''' -> 1 3<''> 1 0", "'it''s' -> 1 3<it's> 1 0",
+              "'''a' -> 1 3<'a> 1 0", "'a''' -> 1 3<a'> 1 0", "'a\"\"b' -> 1 3<a\"\"b> 1 0",
+              "\"a''b\" -> 1 3<a''b> 1 0", "\"\"\"\"\"a\"\"\" -> 1 3<\"\"a\"> 1 0",
+              "'\\n#\n\u20ac' -> 1 3<\\n#\n\u20ac> 1 0");
+}
+
+// What may go on with a name can't begin one, nor follow anything but a name.
+TEST(MacroScanner, BytesThatBeginNoTokenAreIllegal) {
+    const std::string_view blanks = "\t\n\r ", illegal = "!&*-.0123456789:<=>?\\^_`|~\x7f";
+    for (int code = 0; code < 128; ++code) {
+        const char byte = static_cast<char>(code);
+        if (byte == '\'' || byte == '"' || byte == '/') continue; // begin what has to end
+        const bool isIllegal = (code < 32 && blanks.find(byte) == blanks.npos) || illegal.find(byte) != illegal.npos;
+        for (const std::string before : {"#", "# ", "#''", "#a", "#$", "#/**/", "#//\r", "#//\n"}) {
+            const bool isRefused = isIllegal && (before != "#a" || (byte != '.' && byte != '_' && !std::isdigit(code)));
+            const std::string text = before + byte, tokens = Scanned(text);
+            const std::string end = "@" + std::to_string(text.size() + 1) + " macro Source/QUYyError:256";
+            EXPECT_TRUE(isRefused ? tokens.ends_with(end) : tokens.ends_with(" 0")) << before << code << ": " << tokens;
+        }
+    }
+}
+
+TEST(MacroScanner, BlanksAndCommentsStepTheLine) {
+    for (const char* text :
+         {"#\n\r\n #", "# //a\r//b\r\n #", "#/*\n\r\n*/#", "--a\n--b\r--c", "/*\n\n*/'\n'", "--a\r\n/*\n*/"}) {
+        int line = 0;
+        ScannedIn(EMacroRunMode::positions, text, &line);
+        EXPECT_EQ(line, 3) << text;
+    }
+}
+
+} // namespace

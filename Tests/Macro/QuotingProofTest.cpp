@@ -1,0 +1,222 @@
+// The proof that quoting holds: random texts stand as parameters in statements that are expanded and run on SQLite, and
+// each text is read back as it was. A batch has 500 texts; its number is the seed.
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "AQE_TextUtilities.h"
+#include "AQM_I_MacroExpander.h"
+#include "AQU_ParameterMapApp.h"
+
+#include "Support/FailureCheck.h"
+#include "Support/Parameters.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+using brindle_test::Parameters;
+
+constexpr unsigned kBatches = 50;
+constexpr std::size_t kTextsInBatch = 500;
+
+// Texts of up to twelve pieces that mean something to SQL or to the macro language. U+0000 and "|" aren't among them:
+// the one ends a statement for SQLite, the other serves as a separator.
+Texts RandomTexts(unsigned seed) {
+    static const char* const pieces[] = {"'",  "''",   "\"",   "\"\"",   "\\",     "\\'",     "[",          "]",
+                                         "]]", "#",    "#",    "$p",     "--",     "/*",      "*/",         "//",
+                                         "\n", "\r\n", "\r",   " ",      "\t",     ";",       ",",          "?",
+                                         "??", ")",    "\x01", "\u00e9", "\u2019", "e\u0301", "a",          "B",
+                                         "7",  "%",    "_",    "`",      "{",      "\ufffd",  "\U0001F600", "\u00a0"};
+    std::mt19937 random(seed);
+    Texts texts(kTextsInBatch);
+    for (std::string& text : texts)
+        for (std::size_t rest = random() % 13; rest > 0; --rest)
+            text += pieces[random() % std::size(pieces)];
+    return texts;
+}
+
+// A database in memory; what it answers is one list of texts.
+class Database {
+public:
+    Database() { EXPECT_EQ(sqlite3_open(":memory:", &m_database), SQLITE_OK); }
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database() { sqlite3_close(m_database); }
+
+    // The values of all rows, or with `wantNames` the names of the columns.
+    Texts Run(const I18NString& sql, bool wantNames = false) {
+        Texts texts;
+        sqlite3_stmt* statement = nullptr;
+        const char* tail = nullptr;
+        const std::string_view bytes = sql.bytes();
+        const int code =
+            sqlite3_prepare_v2(m_database, bytes.data(), static_cast<int>(bytes.size()), &statement, &tail);
+        EXPECT_EQ(code, SQLITE_OK) << sqlite3_errmsg(m_database);
+        if (code != SQLITE_OK) return texts;
+        EXPECT_EQ(tail, bytes.data() + bytes.size()) << "the statement ends early, before: " << tail;
+        const int columns = sqlite3_column_count(statement);
+        for (int i = 0; wantNames && i < columns; ++i)
+            texts.emplace_back(sqlite3_column_name(statement, i));
+        while (!wantNames && sqlite3_step(statement) == SQLITE_ROW)
+            for (int i = 0; i < columns; ++i)
+                texts.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, i)),
+                                   static_cast<std::size_t>(sqlite3_column_bytes(statement, i)));
+        sqlite3_finalize(statement);
+        return texts;
+    }
+
+private:
+    sqlite3* m_database = nullptr;
+};
+
+// Reports the first text that comes back otherwise.
+void ExpectSame(const Texts& actual, const Texts& expected, const std::string& what) {
+    ASSERT_EQ(actual.size(), expected.size()) << what;
+    const auto [is, was] = std::mismatch(actual.begin(), actual.end(), expected.begin());
+    if (is != actual.end()) {
+        ADD_FAILURE() << what << ", text " << is - actual.begin() << ": '" << *was << "' came back as '" << *is << "'";
+    }
+}
+
+// The text as a block of the macro language that yields it.
+std::string AsBlock(std::string text) {
+    for (std::size_t at = text.find('\''); at != std::string::npos; at = text.find('\'', at + 2))
+        text.insert(at, 1, '\'');
+    return "#'" + text + "'#";
+}
+
+// "#name($t0)#, #name($t1)#, ..." with `before` in front of each.
+std::string OneCallForEach(const char* before, const char* name) {
+    std::string list;
+    for (std::size_t i = 0; i < kTextsInBatch; ++i)
+        list += (i ? ", " : "") + std::string(before) + "#" + name + "($t" + std::to_string(i) + ")#";
+    return list;
+}
+
+// As single parameters. One that is a block as a whole would be executed, so its place is taken by a block that yields
+// it: that it comes back shows that what a block yields is quoted like any other text.
+TEST(QuotingProof, SingleTextsComeBack) {
+    Database database;
+    AQM_I_MacroExpander expander;
+    const std::string values = "select " + OneCallForEach("", "sq");
+    const std::string names = "select " + OneCallForEach("1 as ", "dq");
+    int blocks = 0;
+    for (unsigned seed = 0; seed < kBatches; ++seed) {
+        const Texts texts = RandomTexts(seed);
+        Parameters parameters{};
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            const bool isBlock = AQE_IsMacro(texts[i].c_str());
+            blocks += isBlock;
+            parameters.Set("t" + std::to_string(i), (isBlock ? AsBlock(texts[i]) : texts[i]).c_str());
+        }
+        const std::string what = "seed " + std::to_string(seed);
+        ExpectSame(database.Run(expander.Expand(values.c_str(), parameters.Get())), texts, what + ", sq");
+        ExpectSame(database.Run(expander.Expand(names.c_str(), parameters.Get()), true), texts, what + ", dq");
+        if (HasFailure()) break;
+    }
+    EXPECT_GT(blocks, 50);
+}
+
+// As one parameter of many values, whose values are never executed. A call that gives one text is, if the text is a
+// block as a whole: the first value sees to it that the joined text is none.
+TEST(QuotingProof, ListsComeBack) {
+    Database database;
+    AQM_I_MacroExpander expander;
+    for (unsigned seed = 0; seed < kBatches; ++seed) {
+        Texts texts = RandomTexts(seed);
+        texts[0] = "head";
+        Parameters parameters{};
+        std::string joined;
+        for (const std::string& text : texts) {
+            parameters.Set("list", text.c_str());
+            joined += (joined.empty() ? "" : "|'\"") + text;
+        }
+        parameters.Set("joined", joined.c_str());
+        parameters.Set("separator", "|'\"");
+        const std::set<std::string> sorted(texts.begin(), texts.end());
+        Texts changed = texts;
+        for (std::string& text : changed)
+            if (const std::size_t at = text.find('\''); at != std::string::npos) text.replace(at, 1, "\"'");
+
+        const struct {
+            const char* statement;
+            Texts expected;
+            bool wantNames = false;
+        } rows[] = {
+            {"select #csv(@list)#", texts},
+            {"select 1 as #csv(@list, ', 1 as ', '\"')#", texts, true},
+            {"select #join(', ', sq(@list))#", texts},
+            {"select #sq(join($separator, @list))#", {joined}},
+            {"select 1 as #dq(join($separator, @list))#", {joined}, true},
+            {"select #csv(split($separator, $joined))#", texts},
+            {"select #csv(split('|', join('|', array(@list))))#", texts},
+            {"select #csv(sort(unique(@list)))#", Texts(sorted.begin(), sorted.end())},
+            {"select #csv(substitute(\"'\", '\"' + \"'\", @list))#", changed},
+        };
+        for (const auto& [statement, expected, wantNames] : rows)
+            ExpectSame(database.Run(expander.Expand(statement, parameters.Get()), wantNames), expected,
+                       "seed " + std::to_string(seed) + ", " + statement);
+        if (HasFailure()) break;
+    }
+}
+
+// The line between a text and a block: what a parameter holds is executed before a function sees it if white space
+// aside it begins with one '#' and ends with another; the values of a list are not.
+TEST(QuotingProof, TextThatIsABlockAsAWholeIsExecutedFirst) {
+    const char* const rows[][2] = {
+        {"#$other#", "'it''s'"},
+        {"#'x'#", "'x'"},
+        {"#not a macro", "'#not a macro'"},
+        {"not a macro#", "'not a macro#'"},
+        {"x #$other#", "'x #$other#'"},
+        {" #$other#\n", "' it''s\n'"},
+        {"#$other# # #$other#",
+         "QEExceptionExtended 901 0x35df687a(20, \"#$other# # #$other#\") @20 macro Source/QUYyError:251"},
+        {"#'a'# or #$other#", "'a or it''s'"},
+        {"##", "''"},
+        {"#", "'#'"},
+        {"'#$other#'", "'''#$other#'''"},
+        {"#'#$other#'#", "'#$other#'"},
+        {"#sq($other)#", "'''it''''s'''"},
+    };
+    AQM_I_MacroExpander expander;
+    for (const auto& [value, expected] : rows) {
+        const Parameters parameters{{"value", value}, {"other", "it's"}};
+        std::string result;
+        const std::string failure =
+            brindle_test::FailureOf([&] { result = expander.Expand("#sq($value)#", parameters.Get()).bytes(); });
+        EXPECT_EQ(failure == "nothing thrown" ? result : failure, expected) << value;
+        const std::string list(expander.Expand("#csv(@value)#", parameters.Get()).bytes());
+        EXPECT_EQ(list, "'" + std::string(AQE_SearchAndReplace(value, "'", "''").bytes()) + "'") << value;
+    }
+    const Parameters parameters{{"value", "#$other"}, {"value", "#"}, {"other", "it's"}};
+    EXPECT_EQ(expander.Expand("#sq(join('', @value))#", parameters.Get()), "'it''s'");
+    EXPECT_EQ(expander.Expand("#csv(@value, '', '#')#", parameters.Get()), "it's");
+}
+
+// Any name that is written as the expander says is found again. The names that can't be written at all are left out:
+// the empty one, one that begins with "]", and one that a line feed makes valid too early.
+TEST(QuotingProof, NamesOfParametersComeBack) {
+    AQM_I_MacroExpander expander;
+    const std::unique_ptr<AQU_I_ParameterAccessCoordinator> coordinator(AQU_I_ParameterAccessCoordinator::Create());
+    AQU_ParameterMapApp map("_env", 0);
+    coordinator->AddParameterMap(&map);
+    for (unsigned seed = 0; seed < 10; ++seed)
+        for (const std::string& text : RandomTexts(seed)) {
+            const I18NString name = text.c_str();
+            const bool isCutShort = expander.IsValidMacroIdentifier(name) && text.find('\n') != std::string::npos;
+            if (text.empty() || text[0] == ']' || isCutShort) continue;
+            map.Set(name, "found");
+            EXPECT_EQ(expander.Expand("#$" + expander.MakeValidMacroIdentifier(name) + "#", coordinator.get()), "found")
+                << "seed " << seed << ", name '" << name << "'";
+            map.Delete(name);
+        }
+}
+
+} // namespace
