@@ -1,5 +1,5 @@
-// A macro tree on one line: 200(201(103:a, 100:b)) is the block "#$a + 'b'#". A node is its operation code, its text
-// and, in parentheses, its children in the order of the walk.
+// A macro tree on one line, much as it is written: <[201($a, f(@c, 'b'))]> is the block "#$a + f('b', @c)#". Angle
+// brackets frame the walk, square ones are the root; a binary operation is its code; children come in the walk's order.
 #pragma once
 
 #include <string>
@@ -9,41 +9,57 @@
 
 namespace brindle_test {
 
-// Collects the dump by walking the tree. A child whose parent is another node is marked with "!".
+// Collects the dump from the calls of a walk. "!" marks a child whose parent isn't the node above it, "?" an operation
+// that was told a code or a number of arguments that isn't the node's.
 class TreeDump : public AQM_I_MacroExprVisitor {
 public:
     static std::string Of(AQM_MacroExprNode& root) {
         TreeDump dump;
+        dump.m_open.push_back({root.GetParent(), "", "", ""});
         root.Accept(dump);
-        return dump.m_done.size() == 1 ? dump.m_done[0] : "no tree";
+        return dump.m_open.size() == 1 ? dump.m_open[0].line : "unbalanced";
     }
 
+    void StartExpression() override { m_open.back().line += '<'; }
+    void EndExpression() override { m_open.back().line += '>'; }
+    void PreVisit(AQM_MacroExprNode* node) override { m_open.push_back({node, "none", "", ""}); }
     void PostVisit(AQM_MacroExprNode* node) override {
-        std::string line = std::to_string(node->GetOpCode()) + m_text;
-        m_text.clear();
-        const std::vector<AQM_MacroExprNode*> children = node->GetChildren();
-        const std::size_t first = m_done.size() - children.size();
-        for (std::size_t i = 0; i < children.size(); ++i)
-            line += (i ? ", " : "(") + std::string(children[i]->GetParent() == node ? "" : "!") + m_done[first + i];
-        m_done.resize(first);
-        m_done.push_back(children.empty() ? line : line + ")");
+        const Open done = m_open.back();
+        m_open.pop_back();
+        std::string& line = m_open.back().line;
+        if (!line.empty() && line.back() != '<') line += ", ";
+        if (done.node != node || node->GetParent() != m_open.back().node) line += '!';
+        line += done.head + done.line + done.tail;
     }
-    void VisitOpLiteral(EMacroOpCode, const I18NString& text) override { Note(text); }
+    void VisitOpExpression(AQM_MacroExprNode* node) override { Note(node->GetOpCode(), "", "", "[", "]"); }
+    void VisitOpLiteral(EMacroOpCode op, const I18NString& text) override { Note(op, "'", text, "'"); }
+    void Binary(EMacroOpCode op) override { Note(op, "", std::to_string(op).c_str(), "(", ")"); }
     void VisitOpFunction(AQM_MacroExprNode* node, int count, const I18NString& name) override {
-        Note(name);
-        if (node->GetChildren().size() != static_cast<std::size_t>(count)) m_text += "[" + std::to_string(count) + "]";
+        const bool isRight = node->GetChildren().size() == static_cast<std::size_t>(count);
+        Note(node->GetOpCode(), isRight ? "" : "?", name, "(", ")");
     }
-    void VisitOpParameterLookup(EMacroOpCode, const I18NString& name) override { Note(name); }
-    void VisitOpParameterLookupArray(EMacroOpCode, const I18NString& name) override { Note(name); }
-    void VisitOpParameterMapLookup(EMacroOpCode, const I18NString& name) override { Note(name); }
-    void VisitOpParameterMapLookupArray(EMacroOpCode, const I18NString& name) override { Note(name); }
-    void VisitOpParameterMapRef(EMacroOpCode, const I18NString& name) override { Note(name); }
+    void VisitOpParameterLookup(EMacroOpCode op, const I18NString& name) override { Note(op, "$", name); }
+    void VisitOpParameterLookupArray(EMacroOpCode op, const I18NString& name) override { Note(op, "@", name); }
+    void VisitOpParameterMapLookup(EMacroOpCode op, const I18NString& name) override { Note(op, "$", name, "{", "}"); }
+    void VisitOpParameterMapLookupArray(EMacroOpCode op, const I18NString& name) override {
+        Note(op, "@", name, "{", "}");
+    }
+    void VisitOpParameterMapRef(EMacroOpCode op, const I18NString& name) override { Note(op, "%", name); }
 
 private:
-    void Note(const I18NString& text) { m_text = ":" + std::string(text.bytes()); }
+    struct Open {
+        const AQM_MacroExprNode* node;
+        std::string head, line, tail;
+    };
 
-    std::string m_text;
-    std::vector<std::string> m_done;
+    void Note(EMacroOpCode op, const char* sigil, const I18NString& text, const char* open = "",
+              const char* close = "") {
+        Open& top = m_open.back();
+        top.head = (op == top.node->GetOpCode() ? "" : "?") + std::string(sigil) + std::string(text.bytes()) + open;
+        top.tail = close;
+    }
+
+    std::vector<Open> m_open;
 };
 
 } // namespace brindle_test

@@ -57,7 +57,7 @@ TEST_F(ExpandTest, FailuresNameTheirPlace) {
         {{"expand"},
          "#" + std::string(1 << 20, 'f') + "()#",
          {1, "", "-: the macro function '" + std::string(380, 'f') + "...\n"}},
-        {{"expand", "-p", "a=#$b#", "-p", "b=#'a'b#", "-m", "a:b=#'a'c#"}, "#$a#", {1, "", inB}},
+        {{"expand", "-p", "a=#$b#", "-p", "b=#'a'b#", "-m", "A:b=#'a'c#"}, "#$a#", {1, "", inB}},
         {{"expand", "--report", "r"},
          "x\r\n\t#$a 'b'# z",
          {1, "",
@@ -79,6 +79,7 @@ TEST_F(ExpandTest, ParameterFilesOfAnotherFormAreRefused) {
     at(R"({"m": {"b/~c": true}})", ": expected a text or a list of texts at '/m/b~1~0c', found true");
     at(R"({"m": {"k": {}}})", ": expected a text or a list of texts at '/m/k', found an object");
     at(R"({"a": ["x", 1]})", ": expected a text at '/a/1', found the number 1");
+    at(R"({"a": ["x", {}]})", ": expected a text at '/a/1', found an object");
     at(R"({"a": [["x"]]})", ": expected a text at '/a/0', found a list");
     at("[" + std::string(100000, '['), ": expected an object, found a list");
     at(R"("x")", ": expected an object, found a text");

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,7 @@ struct ToolCase {
 
 class ToolTest : public testing::Test {
 protected:
-    ToolTest() : m_directory(testing::TempDir() + "brindle-XXXXXX") {
+    ToolTest() : m_directory(testing::TempDir() + "brindle-" + std::string(6, 'X')) {
         if (mkdtemp(m_directory.data()) == nullptr) throw std::runtime_error("no directory");
         std::filesystem::current_path(m_directory);
     }

@@ -1,7 +1,7 @@
 // The command line as the commands see it, with each argument exactly as the shell passed it.
 //
-// The option parser takes a list in brackets apart at its commas, reads "{}" as no value at all, and lets "--" and "++"
-// end the command. That would ruin object names such as "[sales].[orders]". So every argument that begins with a
+// The option parser takes a list in brackets apart at its commas, can read "{}" as no value at all, and lets "--" and
+// "++" end the command. That would ruin object names such as "[sales].[orders]". So every argument that begins with a
 // bracket or a plus sign, or stands behind "--", passes through the parser behind a guard character, and whatever
 // stores an argument takes the guard off again. Operands and options are therefore declared with the functions below,
 // not directly.
