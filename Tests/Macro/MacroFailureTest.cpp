@@ -11,14 +11,13 @@
 
 #include "Support/FailureCheck.h"
 #include "Support/Parameters.h"
+#include "Support/Rows.h"
 
 namespace {
 
+using brindle_test::CheckRows;
 using brindle_test::FailureOf;
 using brindle_test::Parameters;
-
-constexpr const char* kSyntax = " Source/QUYyError:251";
-constexpr const char* kIllegal = " Source/QUYyError:256";
 
 // The failure of every operation that reads the text, which must be the same; then the expander has to work on.
 std::string Refusal(const std::string& text) {
@@ -31,185 +30,113 @@ std::string Refusal(const std::string& text) {
     EXPECT_EQ(FailureOf([&] { expander.GetMacroPositions(input, positions); }), failure);
     EXPECT_EQ(FailureOf([&] { expander.Analyze(input, parameters.Get(), positions); }), failure);
     EXPECT_EQ(FailureOf([&] { expander.GetAsXml(input); }), failure);
-    EXPECT_EQ(result, "old");
-    EXPECT_TRUE(positions.empty());
+    EXPECT_TRUE(result == "old" && positions.empty()) << text;
     EXPECT_EQ(expander.Expand("a#$x#'#'##", parameters.Get()), "aX'#'");
-    EXPECT_EQ(expander.GetReplacementCount(), 2);
     return failure;
 }
 
-// The message holds the text up to the failing token's end; its place is the character behind that.
-std::string At(long position, const std::string& read, const char* rest) {
-    return "QEExceptionExtended 901 0x35df687a(" + std::to_string(position) + ", \"" + read + "\") @" +
-           std::to_string(position) + rest;
+// The failure of a parser or scanner that stopped in front of the position, which counts characters from 1. The message
+// holds the text up to there.
+std::string At(long position, const std::string& text, const char* flagAndSite) {
+    const std::string place = std::to_string(position);
+    const std::string read(I18NString(text.c_str()).substr(0, position - 1).bytes());
+    return "QEExceptionExtended 901 0x35df687a(" + place + ", \"" + read + "\") @" + place + flagAndSite;
 }
 
-struct Row {
-    const char *text, *read;
-    long position;
-};
+constexpr const char* kPlainText = " Source/QUYyError:256";
+constexpr const char* kIllegal = " macro Source/QUYyError:256";
+constexpr const char* kSyntax = " macro Source/QUYyError:251";
+constexpr const char* kTooComplex = "QEException 901 0x35d5e2f1(\"text too complex\") Source/QUYyError:76";
+
+// For rows "text -> position": the position, if the failure is as it should be there.
+template <const char* const& FlagAndSite>
+std::string PlaceOf(const std::string& text) {
+    const std::string failure = Refusal(text);
+    const std::string place = failure.substr(0, failure.rfind(FlagAndSite)).substr(failure.rfind('@') + 1);
+    EXPECT_EQ(failure, At(std::atol(place.c_str()), text, FlagAndSite));
+    return place;
+}
 
 TEST(MacroFailure, PlainTextMustEndWhatItBegins) {
-    const Row rows[] = {
-        {"'", "'", 2},
-        {"it's #$x#", "it's #$x#", 10},
-        {"'''", "'''", 4},
-        {"\"\"\"", "\"\"\"", 4},
-        {"[]]", "[]]", 4},
-        {"?", "?", 2},
-        {"?\?", "?\?", 3},
-        {"x/*", "x/*", 4},
-        {"/*/", "/*/", 4},
-        {"#$x# '\n", "#$x# '\n", 8},
-        {"#$x#?", "#$x#?", 6},
-        {"\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80[\xc3\xa4", "\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80[\xc3\xa4", 6},
-    };
-    for (const auto& [text, read, position] : rows)
-        EXPECT_EQ(Refusal(text), At(position, read, "") + kIllegal) << text;
+    CheckRows(PlaceOf<kPlainText>, "' -> 2", "it's #$x# -> 10", "''' -> 4", "\"\"\" -> 4", "[]] -> 4", "? -> 2",
+              "?\? -> 3", "x/* -> 4", "/*/ -> 4", "#$x# '\n -> 8", "#$x#? -> 6", "\u00e4\u20ac\U0001f600[\u00e4 -> 6");
 }
 
 TEST(MacroFailure, GrammarHasNoPlaceForTheToken) {
-    const Row rows[] = {
-        {"#$# x", "#$#", 4},
-        {"#", "#", 2},
-        {"#$x", "#$x", 4},
-        {"a # ", "a # ", 5},
-        {"##\n#'a'\n", "##\n#'a'\n", 9},
-        {"#$x y#", "#$x y", 6},
-        {"#$x$y#", "#$x$", 5},
-        {"#@x%y#", "#@x%", 5},
-        {"#'a'b#", "#'a'b", 6},
-        {"#'a''b'\"c\"#", "#'a''b'\"c\"", 11},
-        {"#foo#", "#foo#", 6},
-        {"#foo $x#", "#foo $", 7},
-        {"#f(,)#", "#f(,", 5},
-        {"#f($x,)#", "#f($x,)", 8},
-        {"#f($x;;$x)#", "#f($x;;", 8},
-        {"#f($x#", "#f($x#", 7},
-        {"#f()()#", "#f()(", 6},
-        {"#[f]()#", "#[", 3},
-        {"#($x)#", "#(", 3},
-        {"#$x+#", "#$x+#", 6},
-        {"#+$x#", "#+", 3},
-        {"#$x+(#", "#$x+(", 6},
-        {"#$[]#", "#$[]", 5},
-        {"#$[", "#$[", 4},
-        {"#$[x]]#", "#$[x]]#", -8},
-        {"#$[x] ]#", "#$[x] ]", 8},
-        {"#$x{}#", "#$x{}", 6},
-        {"#$x{'k'#", "#$x{'k'#", 9},
-        {"#$x{'k'}{#", "#$x{'k'}{", 10},
-        {"#%x{'k'}#", "#%x{", 5},
-        {"#@x{'k','l'}#", "#@x{'k',", 9},
-        {"#$$x#", "#$$", 4},
-        {"#%#", "#%#", 4},
-        {"#@'x'#", "#@'x'", 6},
-        {"#/*c*/ ] #", "#/*c*/ ]", 9},
-        {"\xc3\xa4#$x##\xe2\x82\xac,#", "\xc3\xa4#$x##\xe2\x82\xac,", 9},
-    };
-    for (const auto& [text, read, position] : rows)
-        EXPECT_EQ(Refusal(text),
-                  position < 0 ? At(-position, read, " macro") + kIllegal : At(position, read, " macro") + kSyntax)
-            << text;
+    CheckRows(PlaceOf<kSyntax>, "#$# x -> 4", "# -> 2", "#$x -> 4", "a #  -> 5", "##\n#'a'\n -> 9", "#$x y# -> 6",
+              "#$x$y# -> 5", "#@x%y# -> 5", "#'a'b# -> 6", "#'a''b'\"c\"# -> 11", "#'a''' -> 7", "#foo# -> 6",
+              "#foo $x# -> 7", "#f(,)# -> 5", "#f($x,)# -> 8", "#f($x;;$x)# -> 8", "#f($x# -> 7", "#f()()# -> 6",
+              "#[f]()# -> 3", "#($x)# -> 3", "#$x+# -> 6", "#+$x# -> 3", "#$x+(# -> 6", "#$[]# -> 5", "#$[ -> 4",
+              "#$[x] ]# -> 8", "#$x{}# -> 6", "#$x{'k'# -> 9", "#$x{'k'}{# -> 10", "#%x{'k'}# -> 5",
+              "#@x{'k','l'}# -> 9", "#$$x# -> 4", "#%# -> 4", "#@'x'# -> 6", "#/*c*/ ] # -> 9",
+              "\u00e4#$x##\u20ac,# -> 9");
 }
 
 TEST(MacroFailure, BlockHoldsAByteThatBeginsNothingOrLacksAnEnd) {
-    const Row rows[] = {
-        {"#$1#", "#$1", 4},
-        {"#$_x#", "#$_", 4},
-        {"#$a-b#", "#$a-", 5},
-        {"#$a:b#", "#$a:", 5},
-        {"# 1 + 2#", "# 1", 4},
-        {"#'a'1#", "#'a'1", 6},
-        {"#'a#", "#'a#", 5},
-        {"#'a''", "#'a''", 6},
-        {"#\"a'#", "#\"a'#", 6},
-        {"#$[a", "#$[a", 5},
-        {"#$[a]]", "#$[a]]", 7},
-        {"#/*", "#/*", 4},
-        {"#/*/#", "#/*/#", 6},
-        {"#//$x#", "#//$x#", 7},
-        {"#//", "#//", 4},
-        {"#//c\r!\n#", "#//c\r!", 7},
-        {"#//c\n!#", "#//c\n!", 7},
-        {"#$x/#", "#$x/#", 6},
-        {"#/", "#/", 3},
-        {"#/ /", "#/ ", 4},
-        {"\xc3\xa4#$\xe2\x82\xac*", "\xc3\xa4#$\xe2\x82\xac*", 6},
-    };
-    for (const auto& [text, read, position] : rows)
-        EXPECT_EQ(Refusal(text), At(position, read, " macro") + kIllegal) << text;
+    CheckRows(PlaceOf<kIllegal>, "#$1# -> 4", "#$_x# -> 4", "#$a-b# -> 5", "#$a:b# -> 5", "# 1 + 2# -> 4",
+              "#'a'1# -> 6", "#$x'a'1# -> 8", "#$x y!# -> 7", "#'a# -> 5", "#'a'' -> 6", "#\"a'# -> 6", "#$[a -> 5",
+              "#$[a]]# -> 8", "#/* -> 4", "#/*/# -> 6", "#//$x# -> 7", "#// -> 4", "#//c\r!\n# -> 7", "#//c\n!# -> 7",
+              "#$x/# -> 6", "#/ -> 3", "#/ / -> 4", "\u00e4#$\u20ac* -> 6");
 }
 
 // The end of what was read is shown; it is cut at a byte, and half a character becomes U+FFFD.
 TEST(MacroFailure, DisplayLimitCutsTheTextInTheMessage) {
-    const struct {
-        std::string text;
-        const char* limit;
-        std::string parameters;
-        long position;
-    } rows[] = {
-        {std::string(39, 'a') + "bcdefgh#$#", "10", "0x35d924f0(50, 40, \"cdefgh#$#\")", 50},
-        {"abc#$#x", "6", "0x35d924f0(7, 1, \"bc#$#\")", 7},
-        {"abc#$#x", "7", "0x35df687a(7, \"abc#$#\")", 7},
-        {"abc#$#x", "1", "0x35d924f0(7, 6, \"\")", 7},
-        {"abc#$#x", "-1", "0x35df687a(7, \"abc#$#\")", 7},
-        {"abc#$#x", "0", "0x35df687a(7, \"abc#$#\")", 7},
-        {"\xc3\xa4\xe2\x82\xac#$#", "5", "0x35d924f0(6, 1, \"\xef\xbf\xbd\xe2\x82\xac#$#\")", 6},
-        {"\xc3\xa4\xe2\x82\xac#$#", "4", "0x35d924f0(6, 2, \"\xe2\x82\xac#$#\")", 6},
-        {"\xc3\xa4\xe2\x82\xac#$#", "2", "0x35d924f0(6, 4, \"\xef\xbf\xbd#$#\")", 6},
+    const auto underLimit = [](const std::string& row) {
+        brindle_platform::overrideOption("General Options", "ExprDisplayLimit", row.substr(0, row.find(' ')).c_str());
+        const std::string failure = Refusal(row.substr(row.find(' ') + 1)), before = "QEExceptionExtended 901 ";
+        EXPECT_TRUE(failure.starts_with(before) && failure.ends_with(kSyntax)) << failure;
+        return failure.substr(before.size(), failure.size() - before.size() - std::string(kSyntax).size());
     };
-    for (const auto& [text, limit, parameters, position] : rows) {
-        brindle_platform::overrideOption("General Options", "ExprDisplayLimit", limit);
-        EXPECT_EQ(Refusal(text),
-                  "QEExceptionExtended 901 " + parameters + " @" + std::to_string(position) + " macro" + kSyntax)
-            << text << " " << limit;
-    }
+    CheckRows(
+        underLimit, "10 1234567890123456789012345678901234567890abcdef#$# -> 0x35d924f0(50, 40, \"abcdef#$#\") @50",
+        "6 abc#$#x -> 0x35d924f0(7, 1, \"bc#$#\") @7", "7 abc#$#x -> 0x35df687a(7, \"abc#$#\") @7",
+        "1 abc#$#x -> 0x35d924f0(7, 6, \"\") @7", "-1 abc#$#x -> 0x35df687a(7, \"abc#$#\") @7",
+        "0 abc#$#x -> 0x35df687a(7, \"abc#$#\") @7", "5 \u00e4\u20ac#$# -> 0x35d924f0(6, 1, \"\ufffd\u20ac#$#\") @6",
+        "4 \u00e4\u20ac#$# -> 0x35d924f0(6, 2, \"\u20ac#$#\") @6",
+        "2 \u00e4\u20ac#$# -> 0x35d924f0(6, 4, \"\ufffd#$#\") @6");
     brindle_platform::clearOverrides();
+}
+
+std::string Repeated(const std::string& piece, std::size_t count) {
+    std::string text;
+    for (; count > 0; --count)
+        text += piece;
+    return text;
 }
 
 TEST(MacroFailure, TextsWithoutMeasureAreRefusedOrExpanded) {
     constexpr std::size_t kMany = 1'000'000, kToken = std::size_t{1} << 20;
-    const auto repeated = [](const std::string& piece, std::size_t count) {
-        std::string text;
-        text.reserve(piece.size() * count);
-        for (; count > 0; --count)
-            text += piece;
-        return text;
-    };
-    const std::string tooComplex = "QEException 901 0x35d5e2f1(\"text too complex\") Source/QUYyError:76";
-    EXPECT_EQ(Refusal("#" + repeated("$m{", kMany) + "'k'" + repeated("}", kMany) + "#"), tooComplex);
-    EXPECT_EQ(Refusal("#" + repeated("f(", kMany) + repeated(")", kMany) + "#"), tooComplex);
+    EXPECT_EQ(Refusal("#" + Repeated("$m{", kMany) + "'k'" + Repeated("}", kMany) + "#"), kTooComplex);
+    EXPECT_EQ(Refusal("#" + Repeated("f(", kMany) + Repeated(")", kMany) + "#"), kTooComplex);
 
     const std::string token(kToken, 'n');
-    EXPECT_TRUE(Refusal("#$" + token + "!") == At(kToken + 4, "#$" + token + "!", " macro") + kIllegal);
-    EXPECT_TRUE(Refusal("#'" + token + "'b#") == At(kToken + 5, "#'" + token + "'b", " macro") + kSyntax);
-    EXPECT_TRUE(Refusal(token + "'#") == At(kToken + 3, token + "'#", "") + kIllegal);
+    EXPECT_EQ(PlaceOf<kIllegal>("#$" + token + "!"), std::to_string(kToken + 4));
+    EXPECT_EQ(PlaceOf<kSyntax>("#'" + token + "'b#"), std::to_string(kToken + 5));
+    EXPECT_EQ(PlaceOf<kPlainText>(token + "'#"), std::to_string(kToken + 3));
 
-    const Parameters parameters{{"x", "X"}, {"y", "\xc3\xa4"}};
+    const Parameters parameters{{"x", "X"}, {"y", "\u00e4"}};
     AQM_I_MacroExpander expander;
-    const std::string terms = "#$x" + repeated("+$y", kMany - 1);
+    const std::string terms = "#$x" + Repeated("+$y", kMany - 1);
     EXPECT_TRUE(expander.Expand((terms + "#").c_str(), parameters.Get()) ==
-                ("X" + repeated("\xc3\xa4", kMany - 1)).c_str());
+                ("X" + Repeated("\u00e4", kMany - 1)).c_str());
     EXPECT_EQ(FailureOf([&] { expander.Expand((terms + "+@x#").c_str(), parameters.Get()); }),
               "QEException 202 0x35dc6529() Source/QMMacroEvaluator:84");
-    EXPECT_EQ(expander.Expand((repeated("##", kMany) + "x").c_str(), nullptr), "x");
+    EXPECT_EQ(expander.Expand((Repeated("##", kMany) + "x").c_str(), nullptr), "x");
     EXPECT_EQ(expander.GetReplacementCount(), static_cast<int>(kMany));
 }
 
-// Throws what its first argument names, or answers null.
+// Throws what its argument names; without one it answers null.
 struct Thrower : AQM_I_MacroFunction {
     AQM_MacroValue* Execute(AQM_MacroValue* arguments) override {
-        if (auto* const kind = dynamic_cast<AQM_MacroValueArray&>(*arguments).Get(0)) {
-            const I18NString& what = dynamic_cast<AQM_MacroValueString&>(*kind).GetValue();
-            if (what == "memory") throw std::bad_alloc();
-            if (what == "standard") throw std::runtime_error("mine");
-            throw "a text";
-        }
-        return nullptr;
+        const auto* const what =
+            dynamic_cast<AQM_MacroValueString*>(dynamic_cast<AQM_MacroValueArray&>(*arguments).Get(0));
+        if (!what) return nullptr;
+        if (what->GetValue() == "memory") throw std::bad_alloc();
+        if (what->GetValue() == "standard") throw std::runtime_error("mine");
+        throw "a text";
     }
     void GetParameterTypes(std::vector<int>&) override {}
-    I18NString GetName() override { return "t\xc3\xa4"; }
+    I18NString GetName() override { return "t\u00e4"; }
     int GetReturnType() override { return 0; }
 };
 
@@ -224,38 +151,32 @@ struct FailingMap : AQU_ParameterMapApp {
 
 // Failures of execution leave the object as the last success left it, and Analyze with the entries it has made.
 TEST(MacroFailure, ExecutionPassesFailuresOut) {
-    Parameters parameters{{"x", "X"}, {"syntax", "#$\xc3\xa4\xc3\xa4$#"}, {"text", "#'#"}, {"nul", "#no()#"}};
+    const Parameters parameters{{"x", "X"}, {"syntax", "#$\u00e4\u00e4$#"}, {"text", "#'#"}, {"no", "#no()#"}};
     FailingMap map("_env", 1);
     parameters.Get()->AddParameterMap(&map);
     Thrower thrower;
     AQM_I_MacroExpander expander;
     expander.AddFunction(&thrower);
-    const std::string cannotJoin = "QEException 202 0x35dc6529() Source/QMMacroEvaluator:84";
-    const std::pair<const char*, std::string> rows[] = {
-        {"#$x##no($x)#", "QEException 1221 0x35ddd82c(\"no\") Source/QMMacroEvaluator:141"},
-        {"#$x##$nul#", "QEException 1221 0x35ddd82c(\"no\") Source/QMMacroEvaluator:141"},
-        {"#$x##@x+'a'#", cannotJoin},
-        {"#$x##$x+@x+$x#", cannotJoin},
-        {"#$x##'a'+myfunc()#", cannotJoin},
-        {"#$x##t\xc3\xa4()#", "QEException 202 0x35ddd827(\"t\xc3\xa4\") Source/QMMacroEvaluator:184"},
-        {"#$x##'a'+t\xc3\xa4('memory')#", "std: std::bad_alloc"},
-        {"#$x##$m{t\xc3\xa4('standard')}#", "std: mine"},
-        {"#$x##t\xc3\xa4('text')#", "text: a text"},
-        {"#$x##$x+$bad#", "std: map"},
-        {"#$x##$syntax#", At(6, "#$\xc3\xa4\xc3\xa4$", " macro") + kSyntax},
-        {"#$x##$text#", At(4, "#'#", " macro") + kIllegal},
-    };
-    for (const auto& [text, expected] : rows) {
+    const auto failure = [&](const std::string& block) {
+        const I18NString text = ("#$x##" + block + "#").c_str();
         I18NString result = "old";
         std::vector<AQM_I_MacroExpander::PositionInfo> analyzed;
-        EXPECT_EQ(expander.Expand("#$x#-#$x#", parameters.Get()), "X-X") << text;
-        EXPECT_EQ(FailureOf([&] { expander.Expand(text, parameters.Get(), result); }), expected) << text;
-        EXPECT_EQ(expander.GetReplacementCount(), 2) << text;
-        EXPECT_EQ(result, "old") << text;
-        EXPECT_EQ(FailureOf([&] { expander.Analyze(text, parameters.Get(), analyzed); }), expected) << text;
-        ASSERT_EQ(analyzed.size(), 1U) << text;
-        EXPECT_EQ(analyzed[0].expansion, "X") << text;
-    }
+        EXPECT_EQ(expander.Expand("#$x#-#$x#", parameters.Get()), "X-X") << block;
+        const std::string line = FailureOf([&] { expander.Expand(text, parameters.Get(), result); });
+        EXPECT_TRUE(expander.GetReplacementCount() == 2 && result == "old") << block;
+        EXPECT_EQ(FailureOf([&] { expander.Analyze(text, parameters.Get(), analyzed); }), line) << block;
+        EXPECT_TRUE(analyzed.size() == 1 && analyzed[0].expansion == "X") << block;
+        return line;
+    };
+    CheckRows(failure, "no($x) -> QEException 1221 0x35ddd82c(\"no\") Source/QMMacroEvaluator:141",
+              "$no -> QEException 1221 0x35ddd82c(\"no\") Source/QMMacroEvaluator:141",
+              "t\u00e4() -> QEException 202 0x35ddd827(\"t\u00e4\") Source/QMMacroEvaluator:184",
+              "'a'+t\u00e4('memory') -> std: std::bad_alloc", "$m{t\u00e4('standard')} -> std: mine",
+              "t\u00e4('text') -> text: a text", "$x+$bad -> std: map");
+    for (const char* block : {"@x+'a'", "'a'+@x", "$x+@x+$x", "'a'+myfunc()", "@x+@x"})
+        EXPECT_EQ(failure(block), "QEException 202 0x35dc6529() Source/QMMacroEvaluator:84");
+    EXPECT_EQ(failure("$syntax"), At(6, "#$\u00e4\u00e4$#", kSyntax)) << "a place in the nested text";
+    EXPECT_EQ(failure("$text"), At(4, "#'#", kIllegal));
 }
 
 TEST(MacroFailure, TextAndResultAreDifferentObjects) {
