@@ -103,14 +103,6 @@ TEST(MacroEvaluator, FreesWhatIsLeftOnItsStack) {
         StackAfter(steps);
         EXPECT_EQ(Probe::alive, 0) << steps;
     }
-    auto evaluator = std::make_unique<AQM_MacroEvaluator>();
-    for (int i = 0; i < 3; ++i) {
-        evaluator->StartCall();
-        evaluator->PushValue(new Probe);
-    }
-    const std::unique_ptr<AQM_MacroValue> popped(evaluator->PopValue());
-    evaluator.reset();
-    EXPECT_EQ(Probe::alive, 1) << "the popped frame is the caller's";
 }
 
 TEST(MacroValue, ArraysOfAnyDepthAreFreed) {

@@ -162,7 +162,8 @@ TEST(MacroExpansion, PutsValuesInTheBlocksPlaces) {
         EXPECT_EQ(expanded(text), text);
     CheckRows(expanded, "## -> ", "a##b## -> ab", "#### -> ", "#$a# and #$b# -> A and B2", "#$a + '-' + $b# -> A-B2",
               "\u00e9#$\u00e4#\u00e9#$e#\u00e9 -> \u00e9\u20ac\u00e9\u00e9", "#$a#--#$a#\n#$a# -> A--#$a#\nA",
-              "#'it''s'#|#\"a'b\"#|#'a\"b'#|#'#'# -> it's|a'b|a\"b|#", "#$ a#|#$[a]#|#$A#|#$unknown#|#$[a ]# -> A|A|||",
+              "#'it''s'#|#\"a'b\"#|#'a\"b'#|#'#'#|#''''#|#'''a'# -> it's|a'b|a\"b|#|'|'a",
+              "#$ a#|#$[a]#|#$A#|#$unknown#|#$[a ]# -> A|A|||",
               "#$[a b]#|#$[a]]b]#|#$a.b#|#$[_x]#|#$[a]]]]b]# -> blank|<a]b>|<a.b>|<_x>|<a]]b>",
               "#@a#|#@no#|#%m#|#%[m]]n]#|#%no# -> array_tbd|array_tbd|m|m]n|no", "#/*c*/$a//d\n#|#//e\r\n$a# -> A|A",
               "#$m{$a}#|#$m{'x'}#|#$m{''}#|#$m{@a}#|#$[m]]n]{'k'}#|#$no{''}# -> <m{A}>||<m{}>|<m{array_tbd}>|<m]n{k}>|",

@@ -17,13 +17,12 @@ using brindle_test::CheckRows;
 using brindle_test::FailureOf;
 using ECondition = QMX_MacroExpanderLexer::ECondition;
 
-// The tokens' numbers, and behind them "<plain text>", "<string's value>" or "<name>"; or the failure. In the modes
-// that need no values a string is shown as it is written.
-std::string ScannedIn(EMacroRunMode mode, std::string_view text) {
+// The tokens' numbers, and behind them "<plain text>", "<string's value>" or "<name>"; or the failure.
+std::string Scanned(std::string_view text) {
     QMX_ParserSet set;
     QMX_MacroExpanderLexer& lexer = set.lexer;
     set.input.SetText(text.data(), text.size());
-    lexer.Start(mode);
+    lexer.Start(EMacroRunMode::expansion);
     std::string tokens;
     const std::string failure = FailureOf([&] {
         bool isNameDue = false;
@@ -43,8 +42,6 @@ std::string ScannedIn(EMacroRunMode mode, std::string_view text) {
     });
     return failure == "nothing thrown" ? tokens : failure;
 }
-
-std::string Scanned(const std::string& text) { return ScannedIn(EMacroRunMode::expansion, text); }
 
 TEST(MacroScanner, PlainTextRunsToTheHashThatNoFormProtects) {
     // Behind each of these texts stands one more "#", which opens a block.
@@ -67,18 +64,6 @@ TEST(MacroScanner, BlocksAreDividedIntoTheirTokens) {
               "#//\r\n//\r//\n\"\"# -> 1 3<> 1 0", "#/*/#*/#a -> 1 1 2<a> 0", "#$[#'\"\n$]# -> 1 6 11 4<#'\"\n$> 1 0",
               "#%[ ]@[]]# -> 1 7 11 4< > 8 11 16 12 1 0", "#$[ -> 1 6 11 0",
               "#$[a]]b]]]c]# -> 1 6 11 4<a]]b]]> 4<c> 12 1 0", "#$[\u20ac] -> 1 6 11 4<\u20ac> 0");
-}
-
-TEST(MacroScanner, StringsAreReducedOnlyWhereTreesAreBuilt) {
-    const auto value = [](const std::string& text) {
-        for (const EMacroRunMode mode : {EMacroRunMode::positions, EMacroRunMode::document})
-            EXPECT_EQ(ScannedIn(mode, "#" + text + "#"), "1 3<" + text + "> 1 0");
-        const std::string tokens = Scanned("#" + text + "#");
-        return tokens.substr(0, 3) + tokens.substr(4, tokens.size() - 9);
-    };
-    CheckRows(value, "'' -> 1 3", "'''' -> 1 3'", "'''''' -> 1 3''", "'it''s' -> 1 3it's", "'''a' -> 1 3'a",
-              "'a''' -> 1 3a'", "'a\"\"b' -> 1 3a\"\"b", "\"a''b\" -> 1 3a''b", "\"\"\"\"\"a\"\"\" -> 1 3\"\"a\"",
-              "'\\n#\n\u20ac' -> 1 3\\n#\n\u20ac");
 }
 
 // What may go on with a name can't begin one, nor follow anything but a name.

@@ -163,19 +163,8 @@ TEST_F(ParserPool, ServesSeveralThreadsAtOnce) {
     EXPECT_LE(QMX_CountPooledSets(), threads.size());
 }
 
-TEST(ParserErrors, StreamAndReportsOfTheRuntimeAreBounded) {
+TEST(ParserErrors, CodesOfTheRuntimeHaveAMessageOfTheirOwn) {
     QMX_ParserSet set;
-    const auto print = [&set](const char* format, ...) {
-        va_list arguments;
-        va_start(arguments, format);
-        set.error.yy_err_vprintf(format, arguments);
-        va_end(arguments);
-    };
-    print("%d %s;", 7, "seven");
-    EXPECT_EQ(set.errorBuffer.GetContent(), "7 seven;");
-    for (int i = 0; i < 10; ++i)
-        print("%s", std::string(20000, 'x').c_str());
-    EXPECT_EQ(set.errorBuffer.GetContent().size(), 32768U);
     set.input.SetText("ab\u00e9z", 5);
     set.input.SetTokenEnd(4);
     EXPECT_EQ(FailureOf([&] { set.error.yy_err_report(0x191); }),
