@@ -5,8 +5,8 @@
 // is walked like any other.
 #pragma once
 
-#include <cstddef>
 #include <memory>
+#include <memory_resource>
 #include <vector>
 
 #include "ZBLCore/I18NString.h"
@@ -31,7 +31,9 @@ public:
         MOC_Function = 800
     };
 
-    AQM_MacroExprNode() = default;
+    // The list of children lies in that memory, which outlives the node.
+    explicit AQM_MacroExprNode(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : children(memory) {}
     AQM_MacroExprNode(const AQM_MacroExprNode&) = delete;
     AQM_MacroExprNode& operator=(const AQM_MacroExprNode&) = delete;
     virtual ~AQM_MacroExprNode();
@@ -55,13 +57,15 @@ private:
 
     AQM_MacroExprNode* parent = nullptr;
     EMacroOpCode opCode = MOC_None;
-    std::vector<AQM_MacroExprNode*> children;
+    std::pmr::vector<AQM_MacroExprNode*> children;
 };
 
 // A leaf with a text: a literal, or the name of a map reference.
 class BRINDLE_API AQM_MacroExprNodeString : public AQM_MacroExprNode {
 public:
-    explicit AQM_MacroExprNodeString(const I18NString& nodeText) : text(nodeText) {}
+    explicit AQM_MacroExprNodeString(const I18NString& nodeText,
+                                     std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : AQM_MacroExprNode(memory), text(nodeText) {}
     void AddChild(AQM_MacroExprNode* node) override;
 
 private:
@@ -78,7 +82,9 @@ public:
 // A lookup in a named map; its one child is the key.
 class BRINDLE_API AQM_MacroExprNodeParameterMapLookup : public AQM_MacroExprNode {
 public:
-    explicit AQM_MacroExprNodeParameterMapLookup(const I18NString& mapName) : text(mapName) {}
+    explicit AQM_MacroExprNodeParameterMapLookup(const I18NString& mapName,
+                                                 std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : AQM_MacroExprNode(memory), text(mapName) {}
 
 private:
     friend class AQM_MacroExprNode;
@@ -88,7 +94,9 @@ private:
 // A function call. Its children are the arguments, the last one as written first.
 class BRINDLE_API AQM_MacroExprNodeFunction : public AQM_MacroExprNode {
 public:
-    explicit AQM_MacroExprNodeFunction(const I18NString& functionName) : text(functionName) {}
+    explicit AQM_MacroExprNodeFunction(const I18NString& functionName,
+                                       std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : AQM_MacroExprNode(memory), text(functionName) {}
 
 private:
     friend class AQM_MacroExprNode;
@@ -100,6 +108,8 @@ class BRINDLE_API AQM_MacroExpr : public AQM_MacroExprNode {
 public:
     // A new empty expression; the caller owns it.
     static AQM_MacroExpr* Create();
+    // An empty expression with all its nodes in that memory, which outlives it.
+    explicit AQM_MacroExpr(std::pmr::memory_resource& memory);
     // Ends the nodes in the order in which they were made.
     ~AQM_MacroExpr() override;
 
@@ -115,14 +125,12 @@ private:
     AQM_MacroExpr();
     template <class Node, class... Arguments>
     Node* Make(EMacroOpCode op, const Arguments&... arguments);
-    void* Allocate(std::size_t size);
 
-    std::vector<AQM_MacroExprNode*> allNodes;
+    // Where the nodes lie: memory of its own unless another was given.
+    std::unique_ptr<std::pmr::monotonic_buffer_resource> m_own;
+    std::pmr::memory_resource* m_memory;
 
-    // The nodes' memory: blocks that are filled from the front and freed with the expression.
-    std::vector<std::unique_ptr<std::byte[]>> m_blocks;
-    std::byte* m_free = nullptr;
-    std::size_t m_left = 0;
+    std::pmr::vector<AQM_MacroExprNode*> allNodes;
 };
 
 // What a walk calls. Every operation has an empty body, so a visitor overrides what it needs.

@@ -2,6 +2,7 @@
 // value takes the block's place. Plain text is copied from the text by position, one piece between two blocks.
 #include "QMMacroExpander.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -40,22 +41,54 @@ void Parse(QMX_ParserSet& set, const I18NString& text, EMacroRunMode mode, long 
     QELogAndThrow(failure, "Source/QMMacroExpander", line);
 }
 
+// The built-in functions by name, registered in their order, for all expanders that know no others.
+const AQM_FunctionTable& BuiltInTable() {
+    static const AQM_FunctionTable& table = *[] {
+        auto registered = std::make_unique<AQM_FunctionTable>();
+        for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions())
+            (*registered)[function->GetName()] = function;
+        return registered.release();
+    }();
+    return table;
+}
+
+// A value rarely is much longer than the block that it replaces.
+constexpr std::size_t kRoomForValue = 32;
+
+AQM_I_MacroExpander::PositionInfo MakePosition(const QMX_BlockPosition& block) {
+    AQM_I_MacroExpander::PositionInfo position;
+    position.startPosition = block.start;
+    position.endPosition = block.end;
+    position.commentStart = block.commentStart;
+    position.commentEnd = block.commentEnd;
+    return position;
+}
+
+void AppendBlock(const QMX_ParsedBlock& block, AQM_MacroExprExecute& visitor, I18NString& out) {
+    if (!block.expression) return visitor.AppendParameter(block.parameter, out);
+    block.expression->Accept(visitor);
+    out.append(visitor.GetResultText());
+}
+
 bool IsLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
 bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
 } // namespace
 
-AQM_MacroExpander::AQM_MacroExpander() {
-    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions())
-        AddFunction(function);
-}
+AQM_MacroExpander::AQM_MacroExpander() : m_functionsInUse(&BuiltInTable()) {}
 
-AQM_MacroExpander::AQM_MacroExpander(AQM_MacroExprExecute* visitor, const ZBLIDOM_Document& document,
-                                     const ZBLIDOM_Node& node)
-    : parentVisitor(visitor), reportDocument(document), reportNode(node) {}
+AQM_MacroExpander::AQM_MacroExpander(AQM_MacroExprExecute* visitor, const AQM_FunctionTable* functionTable,
+                                     const ZBLIDOM_Document& document, const ZBLIDOM_Node& node)
+    : m_functionsInUse(functionTable ? functionTable : &functions), parentVisitor(visitor), reportDocument(document),
+      reportNode(node) {}
 
 void AQM_MacroExpander::AddFunction(AQM_I_MacroFunction* function) {
-    if (function) functions[function->GetName()] = function;
+    if (!function) return;
+    if (m_functionsInUse != &functions) {
+        functions = *m_functionsInUse;
+        m_functionsInUse = &functions;
+    }
+    functions[function->GetName()] = function;
 }
 
 I18NString AQM_MacroExpander::Expand(const I18NString& text, AQU_I_ParameterAccessCoordinator* coordinator) {
@@ -74,7 +107,7 @@ bool AQM_MacroExpander::Expand(const I18NString& text, AQU_I_ParameterAccessCoor
     if (isReporting) report = StartReport(text);
 
     Parse(*set, text, EMacroRunMode::expansion, 2610);
-    const std::size_t blocks = set->parser.GetExpressions().size();
+    const std::size_t blocks = set->parser.GetBlocks().size();
     if (blocks > 0 && blocks == set->lexer.GetPositions().size())
         result = ReplaceBlocks(text, coordinator, *set, report);
     else
@@ -93,17 +126,26 @@ bool AQM_MacroExpander::Expand(const I18NString& text, AQU_I_ParameterAccessCoor
 I18NString AQM_MacroExpander::ReplaceBlocks(const I18NString& text, AQU_I_ParameterAccessCoordinator* coordinator,
                                             QMX_ParserSet& set, const ZBLIDOM_Node& report) {
     const std::string_view bytes = text.bytes();
+    const auto& blocks = set.parser.GetBlocks();
+    AQM_MacroExprExecute visitor(this, coordinator, m_functionsInUse, reportDocument, report);
     I18NString expanded;
+    expanded.reserve(std::min(bytes.size() + blocks.size() * kRoomForValue, I18NString::kMaxBytes));
     std::size_t copied = 0;
+    const auto copyUpTo = [&](std::size_t end) {
+        const std::string_view piece = bytes.substr(copied, end - copied);
+        if (text.isAscii())
+            expanded.appendAscii(piece);
+        else
+            expanded.appendValidUtf8(piece);
+    };
     auto position = set.lexer.GetPositions().begin();
-    for (const auto& expression : set.parser.GetExpressions()) {
-        const auto start = static_cast<std::size_t>(position->startPosition);
-        if (copied < start) expanded.appendValidUtf8(bytes.substr(copied, start - copied));
-        expanded.append(AQM_ExecuteExpression(expression.get(), this, coordinator, &functions, reportDocument, report));
-        copied = static_cast<std::size_t>(position->endPosition) + 1;
+    for (const QMX_ParsedBlock& block : blocks) {
+        copyUpTo(static_cast<std::size_t>(position->start));
+        AppendBlock(block, visitor, expanded);
+        copied = static_cast<std::size_t>(position->end) + 1;
         ++position;
     }
-    expanded.appendValidUtf8(bytes.substr(copied));
+    copyUpTo(bytes.size());
     return expanded;
 }
 
@@ -131,19 +173,21 @@ void AQM_MacroExpander::Analyze(const I18NString& text, const AQU_I_ParameterAcc
     Parse(*set, text, EMacroRunMode::expansion, 2484);
     // Lookups aren't const, though they change nothing that a caller could see.
     auto* const parameters = const_cast<AQU_I_ParameterAccessCoordinator*>(coordinator);
+    AQM_MacroExprExecute visitor(this, parameters, m_functionsInUse, ZBLIDOM_Document(), ZBLIDOM_Node());
     auto position = set->lexer.GetPositions().begin();
-    for (const auto& expression : set->parser.GetExpressions()) {
+    for (const QMX_ParsedBlock& block : set->parser.GetBlocks()) {
         if (position == set->lexer.GetPositions().end()) break;
-        I18NString expansion = AQM_ExecuteExpression(expression.get(), this, parameters, &functions);
-        out.push_back(std::move(*position++));
-        out.back().expansion = std::move(expansion);
+        PositionInfo entry = MakePosition(*position++);
+        AppendBlock(block, visitor, entry.expansion);
+        out.push_back(std::move(entry));
     }
 }
 
 void AQM_MacroExpander::GetMacroPositions(const I18NString& text, std::vector<PositionInfo>& out) {
     const QMX_ParserSetLease set;
     Parse(*set, text, EMacroRunMode::positions, 2817);
-    out.insert(out.end(), set->lexer.GetPositions().begin(), set->lexer.GetPositions().end());
+    for (const QMX_BlockPosition& block : set->lexer.GetPositions())
+        out.push_back(MakePosition(block));
 }
 
 ZBLIDOM_Node AQM_MacroExpander::GetAsXml(const I18NString& text) {

@@ -20,8 +20,10 @@ public:
 
     // Outermost, with the built-in functions.
     AQM_MacroExpander();
-    // Nested in the walk of that visitor, without functions; what it does goes into the report below the node.
-    AQM_MacroExpander(AQM_MacroExprExecute* visitor, const ZBLIDOM_Document& document, const ZBLIDOM_Node& node);
+    // Nested in the walk of that visitor, with the functions of the outer expander, which it borrows (null for none);
+    // what it does goes into the report below the node.
+    AQM_MacroExpander(AQM_MacroExprExecute* visitor, const AQM_FunctionTable* functionTable,
+                      const ZBLIDOM_Document& document, const ZBLIDOM_Node& node);
     AQM_MacroExpander(const AQM_MacroExpander&) = delete;
     AQM_MacroExpander& operator=(const AQM_MacroExpander&) = delete;
 
@@ -47,7 +49,9 @@ private:
     void LogReport() const;
 
     int replacementCount = 0;
+    // A table of this object's own once a function has been added; until then one that is shared.
     AQM_FunctionTable functions;
+    const AQM_FunctionTable* m_functionsInUse;
     AQM_MacroExprExecute* parentVisitor = nullptr;
     ZBLIDOM_Document reportDocument;
     ZBLIDOM_Node reportNode;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "QMMacroGrammar.h"
+#include "QMTextScan.h"
 
 namespace {
 
@@ -14,8 +15,7 @@ enum EByteClass : unsigned char {
     kBoundary = 1,  // may stand at a token boundary of a macro block
     kNameStart = 2, // begins a name
     kName = 4,      // goes on with a name
-    kBlank = 8,     // white space of a macro block
-    kTextStop = 16  // may end plain text, or begin a form in which '#' is plain
+    kBlank = 8      // white space of a macro block
 };
 
 constexpr std::array<unsigned char, 256> MakeByteClasses() {
@@ -32,9 +32,11 @@ constexpr std::array<unsigned char, 256> MakeByteClasses() {
     add("0123456789_.", kName);
     add("\t\n\r ", kBoundary | kBlank);
     add("\"#$%'()+,/;@[]{}", kBoundary);
-    add("#'\"[?/-", kTextStop);
     return classes;
 }
+
+// How many positions a scanner keeps memory for between two runs.
+constexpr std::size_t kKeptPositions = 1024;
 
 constexpr std::array<unsigned char, 256> kByteClasses = MakeByteClasses();
 
@@ -59,6 +61,7 @@ void QMX_MacroExpanderLexer::Reset() {
     m_tokenBegin = m_tokenEnd = m_nameBegin = m_nameEnd = 0;
     m_atMacroStart = false;
     m_positions.clear();
+    if (m_positions.capacity() > kKeptPositions) m_positions.shrink_to_fit();
     m_document.Reset();
 }
 
@@ -109,8 +112,7 @@ int QMX_MacroExpanderLexer::NextInText() {
 }
 
 int QMX_MacroExpanderLexer::OpenBlock() {
-    AQM_I_MacroExpander::PositionInfo& position = m_positions.emplace_back();
-    position.startPosition = static_cast<std::int32_t>(m_tokenBegin);
+    m_positions.push_back({static_cast<std::int32_t>(m_tokenBegin)});
     if (m_mode == EMacroRunMode::document) m_document.OpenBlock(m_tokenBegin);
     m_error.SetIsMacro(1);
     m_condition = ECondition::macro;
@@ -120,13 +122,12 @@ int QMX_MacroExpanderLexer::OpenBlock() {
 }
 
 std::size_t QMX_MacroExpanderLexer::EndOfPlainText(std::size_t at) {
+    const char* const text = m_text.data();
     const auto next = [this](std::size_t place) { return place + 1 < Size() ? m_text[place + 1] : '\0'; };
-    while (at < Size()) {
+    for (;;) {
+        at = static_cast<std::size_t>(QMFindTextStop(text + at, text + Size()) - text);
+        if (at == Size()) return at;
         const unsigned char byte = ByteAt(at);
-        if (!Is(byte, kTextStop)) {
-            ++at;
-            continue;
-        }
         switch (byte) {
         case '#':
             return at;
@@ -152,7 +153,6 @@ std::size_t QMX_MacroExpanderLexer::EndOfPlainText(std::size_t at) {
             break;
         }
     }
-    return at;
 }
 
 // From the byte behind the opening mark to the place behind the closing one; a doubled closing mark goes on.
@@ -173,14 +173,33 @@ std::size_t QMX_MacroExpanderLexer::SkipBlockComment(std::size_t at) {
     return end + 2;
 }
 
+std::size_t QMX_MacroExpanderLexer::EndOfLine(std::size_t at) const {
+    const char* const text = m_text.data();
+    return static_cast<std::size_t>(QMFindLineEnd(text + at, text + Size()) - text);
+}
+
 std::size_t QMX_MacroExpanderLexer::SkipTextLineComment(std::size_t at) {
-    const std::size_t end = m_text.find_first_of("\r\n", at + 2);
-    if (end == std::string_view::npos) return Size();
+    const std::size_t end = EndOfLine(at + 2);
+    if (end == Size()) return end;
     ++m_line;
     return m_text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;
 }
 
 // Macro blocks.
+
+bool QMX_MacroExpanderLexer::TakeParameterBlock(std::string_view& name) {
+    const std::size_t begin = m_tokenEnd;
+    if (m_condition != ECondition::text || Size() - begin < 4 || m_text[begin] != '#' || m_text[begin + 1] != '$' ||
+        !Is(ByteAt(begin + 2), kNameStart))
+        return false;
+    const std::size_t end = EndOfName(begin + 3);
+    if (end == Size() || m_text[end] != '#') return false;
+    m_positions.push_back({static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end)});
+    name = m_text.substr(begin + 2, end - begin - 2);
+    m_tokenBegin = begin;
+    EndToken(end + 1);
+    return true;
+}
 
 int QMX_MacroExpanderLexer::NextInMacro(QMX_TokenValue& value) {
     const std::size_t at = SkipBlanksAndComments(m_tokenEnd);
@@ -225,7 +244,7 @@ int QMX_MacroExpanderLexer::NextInMacro(QMX_TokenValue& value) {
 }
 
 int QMX_MacroExpanderLexer::CloseBlock() {
-    m_positions.back().endPosition = static_cast<std::int32_t>(m_tokenBegin);
+    m_positions.back().end = static_cast<std::int32_t>(m_tokenBegin);
     m_condition = ECondition::text;
     return Hash;
 }
@@ -253,14 +272,10 @@ std::size_t QMX_MacroExpanderLexer::SkipBlanksAndComments(std::size_t at) {
     return at;
 }
 
-// A lone CR ends the comment only in front of what may follow white space.
+// Behind a lone CR only what may follow white space is legal; the next token's look at its first byte sees to that.
 std::size_t QMX_MacroExpanderLexer::SkipMacroLineComment(std::size_t at) {
-    const std::size_t end = m_text.find_first_of("\r\n", at + 2);
-    if (end == std::string_view::npos) Illegal(Size());
-    if (!IsBoundary(end + 1)) {
-        // A line feed ends the comment in any case; what follows it is looked at as the next token.
-        if (m_text[end] == '\r') Illegal(end + 1);
-    }
+    const std::size_t end = EndOfLine(at + 2);
+    if (end == Size()) Illegal(end);
     NoteComment(at, end);
     ++m_line;
     return m_text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;
@@ -268,17 +283,21 @@ std::size_t QMX_MacroExpanderLexer::SkipMacroLineComment(std::size_t at) {
 
 // Only the first comment in front of the block's first token counts; any other is a part of the block like its blanks.
 void QMX_MacroExpanderLexer::NoteComment(std::size_t beginByte, std::size_t endByte) {
-    AQM_I_MacroExpander::PositionInfo& position = m_positions.back();
+    QMX_BlockPosition& position = m_positions.back();
     if (!m_atMacroStart || position.commentStart != -1) return;
     position.commentStart = static_cast<std::int32_t>(beginByte);
     position.commentEnd = static_cast<std::int32_t>(endByte - 1);
     if (m_mode == EMacroRunMode::document) m_document.Piece("comment", beginByte, endByte);
 }
 
+std::size_t QMX_MacroExpanderLexer::EndOfName(std::size_t at) const {
+    while (at < Size() && Is(ByteAt(at), kName))
+        ++at;
+    return at;
+}
+
 int QMX_MacroExpanderLexer::ScanName(QMX_TokenValue& value) {
-    std::size_t end = m_tokenBegin + 1;
-    while (end < Size() && Is(ByteAt(end), kName))
-        ++end;
+    const std::size_t end = EndOfName(m_tokenBegin + 1);
     if (!IsBoundary(end)) Illegal(end);
     m_nameBegin = m_tokenBegin;
     m_nameEnd = end;

@@ -11,11 +11,17 @@
 #include <string_view>
 #include <vector>
 
-#include "AQM_I_MacroExpander.h"
-
 #include "QMMacroDocument.h"
 #include "QMMacroToken.h"
 #include "QUYyRuntime.h"
+
+// Where one macro block lies, as AQM_I_MacroExpander::PositionInfo tells it.
+struct QMX_BlockPosition {
+    std::int32_t start;
+    std::int32_t end = -1;
+    std::int32_t commentStart = -1;
+    std::int32_t commentEnd = -1;
+};
 
 // Borrows input, symbol table and error object for its life. Between two runs Reset is called. One thread at a time.
 class QMX_MacroExpanderLexer {
@@ -33,6 +39,10 @@ public:
     // reported to the error object, with the input's token end behind that byte.
     int NextToken(QMX_TokenValue& value);
 
+    // Takes a whole block that is one parameter and nothing else, "#$name#", if the text goes on with one, and answers
+    // its name, a piece of the text. Most blocks are of this form, and the grammar has nothing to add to it.
+    bool TakeParameterBlock(std::string_view& name);
+
     // The parser switches to the name in brackets and back.
     void SetCondition(ECondition condition) { m_condition = condition; }
 
@@ -45,8 +55,7 @@ public:
     int GetLine() const { return m_line; }
 
     // One entry for each block that was opened, in every mode.
-    const std::vector<AQM_I_MacroExpander::PositionInfo>& GetPositions() const { return m_positions; }
-    std::vector<AQM_I_MacroExpander::PositionInfo>& GetPositions() { return m_positions; }
+    const std::vector<QMX_BlockPosition>& GetPositions() const { return m_positions; }
     QMX_MacroDocument& GetDocument() { return m_document; }
 
     void Reset();
@@ -59,6 +68,7 @@ private:
     std::size_t SkipQuoted(std::size_t at, char quote);
     std::size_t SkipBlockComment(std::size_t at);
     std::size_t EndOfPlainText(std::size_t at);
+    std::size_t EndOfLine(std::size_t at) const;
     std::size_t SkipTextLineComment(std::size_t at);
     std::size_t SkipMacroLineComment(std::size_t at);
     std::size_t SkipBlanksAndComments(std::size_t at);
@@ -72,6 +82,7 @@ private:
     unsigned char ByteAt(std::size_t at) const { return static_cast<unsigned char>(m_text[at]); }
     // What may follow a token: the end of the input, or a byte that can stand at a token boundary.
     bool IsBoundary(std::size_t at) const;
+    std::size_t EndOfName(std::size_t at) const;
     void EndToken(std::size_t endByte);
     [[noreturn]] void Illegal(std::size_t at);
 
@@ -87,6 +98,6 @@ private:
     bool m_atMacroStart = false; // no token of the block has come yet
     std::size_t m_nameBegin = 0;
     std::size_t m_nameEnd = 0;
-    std::vector<AQM_I_MacroExpander::PositionInfo> m_positions;
+    std::vector<QMX_BlockPosition> m_positions;
     QMX_MacroDocument m_document;
 };

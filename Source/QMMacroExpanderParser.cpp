@@ -1,5 +1,6 @@
 #include "QMMacroExpanderParser.h"
 
+#include <memory>
 #include <new>
 
 #include "QMMacroGrammar.h"
@@ -11,6 +12,14 @@ namespace {
 
 // What the stack of nodes is made for; it grows beyond.
 constexpr std::size_t kNodeStack = 256;
+// Lists longer than this give their memory back between two runs.
+constexpr std::size_t kKeptEntries = 1024;
+
+template <class T>
+void ClearAndShrink(std::vector<T>& list) {
+    list.clear();
+    if (list.capacity() > kKeptEntries) list.shrink_to_fit();
+}
 
 constexpr QMX_TokenValue kNoValue{0, {nullptr}};
 
@@ -28,21 +37,34 @@ QMX_TokenValue Symbol(I18NString& text) {
 
 } // namespace
 
-QMX_MacroExpanderParser::QMX_MacroExpanderParser(QMX_MacroExpanderLexer& lexer, yy_err_obj& error)
-    : m_lexer(lexer), m_error(error), m_state(nullptr) {
+QMX_MacroExpanderParser::QMX_MacroExpanderParser(QMX_MacroExpanderLexer& lexer, QMX_SymbolTable& symbols,
+                                                 yy_err_obj& error)
+    : m_lexer(lexer), m_symbols(symbols), m_error(error), m_state(nullptr) {
     m_nodes.reserve(kNodeStack);
     m_state = qmxpstate_new();
     if (!m_state) throw std::bad_alloc();
 }
 
-QMX_MacroExpanderParser::~QMX_MacroExpanderParser() { qmxpstate_delete(m_state); }
+QMX_MacroExpanderParser::~QMX_MacroExpanderParser() {
+    Reset();
+    qmxpstate_delete(m_state);
+}
 
+// Two kinds of piece never reach the tables in a run that makes no document: plain text, which is a statement of its
+// own between two others and means nothing there, and a block that is one parameter.
 void QMX_MacroExpanderParser::Run() {
     m_mode = m_lexer.GetMode();
+    const bool isReporting = m_mode == EMacroRunMode::document;
     int status = YYPUSH_MORE;
     while (status == YYPUSH_MORE) {
+        std::string_view parameter;
+        if (IsBuilding() && m_lexer.TakeParameterBlock(parameter)) {
+            m_blocks.push_back({nullptr, parameter});
+            continue;
+        }
         QMX_TokenValue value = kNoValue;
         value.number = m_lexer.NextToken(value);
+        if (value.number == AnyChar && !isReporting) continue;
         status = qmxpush_parse(m_state, value.number, &value, *this);
     }
     m_failed = status != 0;
@@ -52,8 +74,11 @@ void QMX_MacroExpanderParser::Reset() {
     QmxClearParserState(m_state);
     m_failed = false;
     m_mode = EMacroRunMode::positions;
-    m_nodes.clear();
-    m_expressions.clear();
+    for (const QMX_ParsedBlock& block : m_blocks)
+        if (block.expression) std::destroy_at(block.expression);
+    ClearAndShrink(m_blocks);
+    ClearAndShrink(m_nodes);
+    m_memory.release();
 }
 
 void QMX_MacroExpanderParser::ReportSyntaxError() {
@@ -69,11 +94,15 @@ void QMX_MacroExpanderParser::PlainText() {
 }
 
 void QMX_MacroExpanderParser::OpenBlock() {
-    if (IsBuilding()) m_expressions.emplace_back(AQM_MacroExpr::Create());
+    if (!IsBuilding()) return;
+    m_symbols.Clear(); // the trees before have copies of theirs
+    m_blocks.push_back({nullptr, {}});
+    void* const place = m_memory.allocate(sizeof(AQM_MacroExpr), alignof(AQM_MacroExpr));
+    m_blocks.back().expression = ::new (place) AQM_MacroExpr(m_memory);
 }
 
 void QMX_MacroExpanderParser::CloseBlock() {
-    if (IsBuilding()) m_expressions.back()->AddChild(PopNode());
+    if (IsBuilding()) Current().AddChild(PopNode());
 }
 
 AQM_MacroExprNode* QMX_MacroExpanderParser::PopNode() {
@@ -83,32 +112,28 @@ AQM_MacroExprNode* QMX_MacroExpanderParser::PopNode() {
 }
 
 void QMX_MacroExpanderParser::BuildString(const QMX_TokenValue& text) {
-    if (IsBuilding())
-        m_nodes.push_back(m_expressions.back()->CreateUnaryOp(*text.symbol, AQM_MacroExprNode::MOC_Literal));
+    if (IsBuilding()) m_nodes.push_back(Current().CreateUnaryOp(*text.symbol, AQM_MacroExprNode::MOC_Literal));
 }
 
 void QMX_MacroExpanderParser::BuildParameter(const QMX_TokenValue& name) {
     if (IsBuilding())
-        m_nodes.push_back(
-            m_expressions.back()->CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookup, *name.symbol));
+        m_nodes.push_back(Current().CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookup, *name.symbol));
 }
 
 void QMX_MacroExpanderParser::BuildParameterArray(const QMX_TokenValue& name) {
     if (IsBuilding())
-        m_nodes.push_back(
-            m_expressions.back()->CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookupArray, *name.symbol));
+        m_nodes.push_back(Current().CreateParameterLookup(AQM_MacroExprNode::MOC_ParameterLookupArray, *name.symbol));
 }
 
 void QMX_MacroExpanderParser::BuildMapReference(const QMX_TokenValue& name) {
-    if (IsBuilding())
-        m_nodes.push_back(m_expressions.back()->CreateUnaryOp(*name.symbol, AQM_MacroExprNode::MOC_ParameterMapRef));
+    if (IsBuilding()) m_nodes.push_back(Current().CreateUnaryOp(*name.symbol, AQM_MacroExprNode::MOC_ParameterMapRef));
 }
 
 void QMX_MacroExpanderParser::BuildConcat() {
     if (!IsBuilding()) return;
     AQM_MacroExprNode* const right = PopNode();
     AQM_MacroExprNode* const left = PopNode();
-    m_nodes.push_back(m_expressions.back()->CreateBinaryOp(left, right, AQM_MacroExprNode::MOC_Concat));
+    m_nodes.push_back(Current().CreateBinaryOp(left, right, AQM_MacroExprNode::MOC_Concat));
 }
 
 void QMX_MacroExpanderParser::BuildFunction(const QMX_TokenValue& name, long argumentCount) {
@@ -116,7 +141,7 @@ void QMX_MacroExpanderParser::BuildFunction(const QMX_TokenValue& name, long arg
     const auto first = m_nodes.end() - argumentCount;
     const std::vector<AQM_MacroExprNode*> arguments(m_nodes.rbegin(), m_nodes.rbegin() + argumentCount);
     m_nodes.erase(first, m_nodes.end());
-    m_nodes.push_back(m_expressions.back()->CreateFn(*name.symbol, arguments, AQM_MacroExprNode::MOC_Function));
+    m_nodes.push_back(Current().CreateFn(*name.symbol, arguments, AQM_MacroExprNode::MOC_Function));
 }
 
 QMX_TokenValue QMX_MacroExpanderParser::ReportName(const char* element, const QMX_TokenValue& name) {
@@ -135,7 +160,7 @@ void QMX_MacroExpanderParser::CloseKey(const QMX_TokenValue& mapName, AQM_MacroE
     if (m_mode == EMacroRunMode::document) m_lexer.GetDocument().CloseKey(m_lexer.GetTokenEnd());
     if (!IsBuilding()) return;
     AQM_MacroExprNode* const key = PopNode();
-    m_nodes.push_back(m_expressions.back()->CreateParameterMapLookup(op, *mapName.symbol, key));
+    m_nodes.push_back(Current().CreateParameterMapLookup(op, *mapName.symbol, key));
 }
 
 void QMX_MacroExpanderParser::CloseMapEntry(const QMX_TokenValue& mapName) {

@@ -1,14 +1,41 @@
 #include "AQM_MacroExpr.h"
 
-#include <algorithm>
+#include <array>
 #include <new>
 #include <typeinfo>
 
 namespace {
 
-// The first block takes the nodes of a small macro block; later ones grow with the expression.
+// The memory that an expression of its own begins with.
 constexpr std::size_t kFirstBlock = 512;
-constexpr std::size_t kLargestBlock = std::size_t{1} << 18;
+
+struct OpenNode {
+    AQM_MacroExprNode* node;
+    std::size_t nextChild;
+};
+
+// The open nodes of a walk, in place as long as they are few.
+class OpenNodes {
+public:
+    bool IsEmpty() const { return m_size == 0; }
+    OpenNode& Top() { return m_size <= m_first.size() ? m_first[m_size - 1] : m_more.back(); }
+    void Push(AQM_MacroExprNode* node) {
+        if (m_size < m_first.size())
+            m_first[m_size] = {node, 0};
+        else
+            m_more.push_back({node, 0});
+        ++m_size;
+    }
+    void Pop() {
+        if (m_size > m_first.size()) m_more.pop_back();
+        --m_size;
+    }
+
+private:
+    std::array<OpenNode, 16> m_first;
+    std::vector<OpenNode> m_more;
+    std::size_t m_size = 0;
+};
 
 } // namespace
 
@@ -18,7 +45,7 @@ AQM_MacroExprNode* AQM_MacroExprNode::GetParent() const { return parent; }
 
 AQM_MacroExprNode::EMacroOpCode AQM_MacroExprNode::GetOpCode() const { return opCode; }
 
-std::vector<AQM_MacroExprNode*> AQM_MacroExprNode::GetChildren() const { return children; }
+std::vector<AQM_MacroExprNode*> AQM_MacroExprNode::GetChildren() const { return {children.begin(), children.end()}; }
 
 void AQM_MacroExprNode::SetParent(AQM_MacroExprNode* node) { parent = node; }
 
@@ -29,13 +56,9 @@ void AQM_MacroExprNode::AddChild(AQM_MacroExprNode* node) {
     children.push_back(node);
 }
 
-// The open nodes of the walk stand in a vector instead of on the machine stack. A child without children of its own is
-// visited in place, so a leaf costs no entry.
+// The open nodes stand in a list instead of on the machine stack. A child without children of its own is visited in
+// place, so a leaf costs no entry.
 void AQM_MacroExprNode::Accept(AQM_I_MacroExprVisitor& visitor) {
-    struct OpenNode {
-        AQM_MacroExprNode* node;
-        std::size_t nextChild;
-    };
     const auto begin = [&visitor](AQM_MacroExprNode* node) {
         if (!node->parent) visitor.StartExpression();
         visitor.PreVisit(node);
@@ -46,15 +69,14 @@ void AQM_MacroExprNode::Accept(AQM_I_MacroExprVisitor& visitor) {
         if (!node->parent) visitor.EndExpression();
     };
 
-    std::vector<OpenNode> open;
-    open.reserve(8);
+    OpenNodes open;
     begin(this);
-    open.push_back({this, 0});
-    while (!open.empty()) {
-        OpenNode& top = open.back();
+    open.Push(this);
+    while (!open.IsEmpty()) {
+        OpenNode& top = open.Top();
         if (top.nextChild == top.node->children.size()) {
             AQM_MacroExprNode* const node = top.node;
-            open.pop_back();
+            open.Pop();
             end(node);
             continue;
         }
@@ -63,7 +85,7 @@ void AQM_MacroExprNode::Accept(AQM_I_MacroExprVisitor& visitor) {
         if (child->children.empty())
             end(child);
         else
-            open.push_back({child, 0});
+            open.Push(child);
     }
 }
 
@@ -120,7 +142,16 @@ const I18NString& AQM_MacroExprNode::Text() const {
 
 void AQM_MacroExprNodeString::AddChild(AQM_MacroExprNode*) {}
 
-AQM_MacroExpr::AQM_MacroExpr() { SetOpCode(MOC_Expression); }
+AQM_MacroExpr::AQM_MacroExpr()
+    : m_own(std::make_unique<std::pmr::monotonic_buffer_resource>(kFirstBlock)), m_memory(m_own.get()),
+      allNodes(m_memory) {
+    SetOpCode(MOC_Expression);
+}
+
+AQM_MacroExpr::AQM_MacroExpr(std::pmr::memory_resource& memory)
+    : AQM_MacroExprNode(&memory), m_memory(&memory), allNodes(&memory) {
+    SetOpCode(MOC_Expression);
+}
 
 AQM_MacroExpr* AQM_MacroExpr::Create() { return new AQM_MacroExpr; }
 
@@ -129,31 +160,14 @@ AQM_MacroExpr::~AQM_MacroExpr() {
         node->~AQM_MacroExprNode();
 }
 
-void* AQM_MacroExpr::Allocate(std::size_t size) {
-    constexpr std::size_t alignment = alignof(std::max_align_t);
-    size = (size + alignment - 1) / alignment * alignment;
-    if (size > m_left) {
-        const std::size_t block =
-            std::max(size, std::min(kLargestBlock, kFirstBlock << std::min<std::size_t>(m_blocks.size(), 9)));
-        m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(block));
-        m_free = m_blocks.back().get();
-        m_left = block;
-    }
-    void* const place = m_free;
-    m_free += size;
-    m_left -= size;
-    return place;
-}
-
 // The entry in the list of nodes is made first: nothing can throw between the node's construction and its registration.
 template <class Node, class... Arguments>
 Node* AQM_MacroExpr::Make(EMacroOpCode op, const Arguments&... arguments) {
-    static_assert(alignof(Node) <= alignof(std::max_align_t));
-    void* const place = Allocate(sizeof(Node));
+    void* const place = m_memory->allocate(sizeof(Node), alignof(Node));
     allNodes.push_back(nullptr);
     Node* node = nullptr;
     try {
-        node = ::new (place) Node(arguments...);
+        node = ::new (place) Node(arguments..., m_memory);
     } catch (...) {
         allNodes.pop_back();
         throw;

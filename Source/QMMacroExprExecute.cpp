@@ -1,7 +1,7 @@
 #include "QMMacroExprExecute.h"
 
+#include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "Mortise/AUT_I_UserConfiguration.h"
 #include "Mortise/AUT_Text.h"
@@ -17,6 +17,8 @@
 namespace {
 
 constexpr int kDefaultNesting = 5;
+// Each level is a nested call on the machine stack, so there is an end to what the option can ask for.
+constexpr long kDeepestNesting = 1000;
 
 const I18NString& ConversionToText() {
     static const I18NString name("_cts");
@@ -45,10 +47,10 @@ private:
     const I18NString* m_name;
 };
 
-std::unique_ptr<AQM_MacroValue> MakeArray(const std::vector<I18NString>& texts) {
+std::unique_ptr<AQM_MacroValue> MakeArray(std::vector<I18NString>&& texts) {
     auto array = std::make_unique<AQM_MacroValueArray>();
-    for (const I18NString& text : texts)
-        array->AddValue(new AQM_MacroValueString(text));
+    for (I18NString& text : texts)
+        array->AddValue(new AQM_MacroValueString(std::move(text)));
     return array;
 }
 
@@ -56,7 +58,7 @@ std::unique_ptr<AQM_MacroValue> MakeArray(const std::vector<I18NString>& texts) 
 
 AQM_MacroExprExecute::AQM_MacroExprExecute(AQM_MacroExpander* macroExpander,
                                            AQU_I_ParameterAccessCoordinator* parameters,
-                                           AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
+                                           const AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
                                            const ZBLIDOM_Node& node)
     : coordinator(parameters), functions(functionTable), expander(macroExpander), reportDocument(document),
       reportNode(node) {}
@@ -80,7 +82,7 @@ void AQM_MacroExprExecute::PostVisit(AQM_MacroExprNode* node) {
     case AQM_MacroExprNode::MOC_ParameterMapLookup:
     case AQM_MacroExprNode::MOC_Function:
         if (const AQM_MacroValueString* const text = QMAsString(result.get()); text && AQE_IsMacro(text->GetValue())) {
-            ExpandResult(text->GetValue());
+            evaluator.PushArgument(ExpandNested(text->GetValue()));
             return;
         }
         break;
@@ -90,12 +92,14 @@ void AQM_MacroExprExecute::PostVisit(AQM_MacroExprNode* node) {
     evaluator.PushValue(result.release());
 }
 
-void AQM_MacroExprExecute::ExpandResult(const I18NString& text) {
+I18NString AQM_MacroExprExecute::ExpandNested(const I18NString& text) {
     int depth = 1;
     for (const AQM_MacroExpander* outer = expander; outer && outer->GetParentVisitor();
          outer = outer->GetParentVisitor()->GetExpander())
         ++depth;
-    const long limit = AUT_I_UserConfiguration::Create(1)->GetInteger("QueryEngine", "MacroNesting", kDefaultNesting);
+    const long limit =
+        std::min<long>(AUT_I_UserConfiguration::Create(1)->GetInteger("QueryEngine", "MacroNesting", kDefaultNesting),
+                       kDeepestNesting);
     if (depth > limit) {
         QEExceptionExtended failure(ZBLSeverity::error, 0L);
         QEMessage message(kQEMsgMacroNestingTooDeep);
@@ -103,14 +107,8 @@ void AQM_MacroExprExecute::ExpandResult(const I18NString& text) {
         failure << message;
         QELogAndThrow(failure, "Source/QMMacroExprExecute", 296);
     }
-
-    AQM_MacroExpander nested(this, reportDocument, reportNode);
-    if (functions)
-        for (const auto& [name, function] : *functions)
-            nested.AddFunction(function);
-    I18NString expanded;
-    nested.Expand(text, coordinator, expanded);
-    evaluator.PushArgument(expanded);
+    AQM_MacroExpander nested(this, functions, reportDocument, reportNode);
+    return nested.Expand(text, coordinator);
 }
 
 void AQM_MacroExprExecute::VisitOpExpression(AQM_MacroExprNode*) {
@@ -146,12 +144,26 @@ void AQM_MacroExprExecute::VisitOpFunction(AQM_MacroExprNode*, int argumentCount
 }
 
 // A parameter that nobody knows is the empty text: what the coordinator answers beside the value doesn't matter.
-void AQM_MacroExprExecute::VisitOpParameterLookup(EMacroOpCode, const I18NString& name) {
+I18NString AQM_MacroExprExecute::LookUpParameter(const I18NString& name) {
     const LookupName lookup(name);
     I18NString value;
     if (coordinator) coordinator->Get(lookup, value);
     if (reportNode) ReportLookup("ParameterLookup", lookup, nullptr, {value});
-    result = std::make_unique<AQM_MacroValueString>(std::move(value));
+    return value;
+}
+
+void AQM_MacroExprExecute::VisitOpParameterLookup(EMacroOpCode, const I18NString& name) {
+    result = std::make_unique<AQM_MacroValueString>(LookUpParameter(name));
+}
+
+void AQM_MacroExprExecute::AppendParameter(std::string_view name, I18NString& out) {
+    m_name.clear();
+    m_name.appendValidUtf8(name);
+    const I18NString value = LookUpParameter(m_name);
+    if (AQE_IsMacro(value))
+        out.append(ExpandNested(value));
+    else
+        out.append(value);
 }
 
 void AQM_MacroExprExecute::VisitOpParameterLookupArray(EMacroOpCode, const I18NString& name) {
@@ -159,7 +171,7 @@ void AQM_MacroExprExecute::VisitOpParameterLookupArray(EMacroOpCode, const I18NS
     std::vector<I18NString> values;
     if (coordinator) coordinator->Get(lookup, values);
     if (reportNode) ReportLookup("ParameterLookupArray", lookup, nullptr, values);
-    result = MakeArray(values);
+    result = MakeArray(std::move(values));
 }
 
 // The key has been computed into the frame that was opened before the walk of the key's node.
@@ -185,7 +197,7 @@ void AQM_MacroExprExecute::VisitOpParameterMapLookupArray(EMacroOpCode, const I1
     std::vector<I18NString> values;
     if (coordinator) coordinator->Get(lookup, key, values);
     if (reportNode) ReportLookup("ParameterMapLookupArray", lookup, &key, values);
-    result = MakeArray(values);
+    result = MakeArray(std::move(values));
 }
 
 // The value of a map reference is the map's name, for functions that take a map by name.
@@ -222,12 +234,12 @@ void AQM_MacroExprExecute::ReportLookup(const char* element, const I18NString& n
 }
 
 I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
-                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions) {
+                                 AQU_I_ParameterAccessCoordinator* coordinator, const AQM_FunctionTable* functions) {
     return AQM_ExecuteExpression(expression, expander, coordinator, functions, ZBLIDOM_Document(), ZBLIDOM_Node());
 }
 
 I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
-                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions,
+                                 AQU_I_ParameterAccessCoordinator* coordinator, const AQM_FunctionTable* functions,
                                  ZBLIDOM_Document document, ZBLIDOM_Node node) {
     AQM_MacroExprExecute visitor(expander, coordinator, functions, document, node);
     expression->Accept(visitor);

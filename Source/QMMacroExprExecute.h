@@ -4,6 +4,8 @@
 
 #include <map>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include "ZBLCore/I18NString.h"
 #include "ZBLIDOM/ZBLIDOM_Node.h"
@@ -17,14 +19,15 @@ class AQM_MacroExpander;
 
 using AQM_FunctionTable = std::map<I18NString, AQM_I_MacroFunction*>;
 
-// Lives for one walk and borrows all it is given. A value of a parameter or a function that is as a whole a macro block
-// is expanded in its turn, by a nested expander, as deep as the user option "MacroNesting" of section "QueryEngine"
-// allows. One thread.
+// Lives for the walks of one text's blocks, one after the other, and borrows all it is given. A value of a parameter or
+// a function that is as a whole a macro block is expanded in its turn, by a nested expander, as deep as the user option
+// "MacroNesting" of section "QueryEngine" allows. One thread.
 class AQM_MacroExprExecute : public AQM_I_MacroExprVisitor {
 public:
     // The coordinator and the functions may be null. With a report node every step leaves an element below it.
     AQM_MacroExprExecute(AQM_MacroExpander* macroExpander, AQU_I_ParameterAccessCoordinator* parameters,
-                         AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document, const ZBLIDOM_Node& node);
+                         const AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
+                         const ZBLIDOM_Node& node);
     ~AQM_MacroExprExecute() override;
 
     void PreVisit(AQM_MacroExprNode* node) override;
@@ -42,12 +45,17 @@ public:
     void VisitOpParameterMapRef(EMacroOpCode op, const I18NString& name) override;
 
     AQM_MacroExpander* GetExpander() const { return expander; }
+
+    // Does and answers what a walk of a tree with this one parameter lookup would, without the tree; the value is
+    // appended.
+    void AppendParameter(std::string_view name, I18NString& out);
     // The value of the node visited last, as text: a string's own, "array" for an array, nothing for no value.
     I18NString GetResultText() const;
 
 private:
     I18NString PopKey();
-    void ExpandResult(const I18NString& text);
+    I18NString ExpandNested(const I18NString& text);
+    I18NString LookUpParameter(const I18NString& name);
     ZBLIDOM_Element Report(const char* element) const;
     void ReportChild(const ZBLIDOM_Element& parent, const char* element, const I18NString& text) const;
     void ReportLookup(const char* element, const I18NString& name, const I18NString* key,
@@ -56,17 +64,19 @@ private:
     AQM_MacroEvaluator evaluator;
     std::unique_ptr<AQM_MacroValue> result;
     AQU_I_ParameterAccessCoordinator* coordinator;
-    AQM_FunctionTable* functions;
+    const AQM_FunctionTable* functions;
     AQM_MacroExpander* expander;
     ZBLIDOM_Document reportDocument;
     ZBLIDOM_Node reportNode;
+
+    I18NString m_name; // of the parameter at hand
 };
 
 // Executes the expression and answers its value as text. All arguments stay the caller's; the coordinator and the
 // functions may be null. What the walk throws passes out.
 I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
-                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions);
+                                 AQU_I_ParameterAccessCoordinator* coordinator, const AQM_FunctionTable* functions);
 // The same with a report of each step below the node.
 I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
-                                 AQU_I_ParameterAccessCoordinator* coordinator, AQM_FunctionTable* functions,
+                                 AQU_I_ParameterAccessCoordinator* coordinator, const AQM_FunctionTable* functions,
                                  ZBLIDOM_Document document, ZBLIDOM_Node node);

@@ -14,7 +14,8 @@ SetList* pool = nullptr; // guarded by poolSection
 } // namespace
 
 QMX_ParserSet::QMX_ParserSet()
-    : errorStream(&errorBuffer), error(errorStream), input(&error), lexer(input, symbols, error), parser(lexer, error) {
+    : errorStream(&errorBuffer), error(errorStream), input(&error), lexer(input, symbols, error),
+      parser(lexer, symbols, error) {
     error.SetLocation(&input);
 }
 
@@ -31,7 +32,7 @@ void QMX_ParserSet::Reset() {
     parser.Reset();
     lexer.Reset();
     input.Reset();
-    symbols.Clear();
+    symbols.Shrink();
 }
 
 long QMX_StartParserPool() {

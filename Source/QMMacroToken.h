@@ -1,8 +1,9 @@
 // What the macro scanner hands to the parser, and the symbols that name texts in it.
 #pragma once
 
-#include <deque>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "ZBLCore/I18NString.h"
 
@@ -18,16 +19,32 @@ struct QMX_TokenValue {
 // What a run of scanner and parser produces.
 enum class EMacroRunMode : int { positions = 0, document = 1, expansion = 2 };
 
-// The texts of one run's names and strings, at stable addresses. One thread at a time.
+// The texts of names and strings that the parser has taken and no tree holds yet, at stable addresses. The objects are
+// used again, so that a name costs no allocation once there are enough of them. One thread at a time.
 class QMX_SymbolTable {
 public:
     // The text stays until Clear. The bytes are well-formed UTF-8.
     I18NString* Enter(std::string_view bytes) {
-        m_texts.emplace_back().appendValidUtf8(bytes);
-        return &m_texts.back();
+        if (m_used == m_texts.size()) m_texts.push_back(std::make_unique<I18NString>());
+        I18NString* const text = m_texts[m_used++].get();
+        text->clear();
+        text->appendValidUtf8(bytes);
+        return text;
     }
-    void Clear() { m_texts.clear(); }
+    // All texts are free for use again.
+    void Clear() { m_used = 0; }
+    // Gives the memory back but for a few texts.
+    void Shrink() {
+        m_used = 0;
+        for (const auto& text : m_texts)
+            if (text->bytes().size() > kKeptBytes) *text = I18NString();
+        if (m_texts.size() > kKeptTexts) m_texts.resize(kKeptTexts);
+    }
 
 private:
-    std::deque<I18NString> m_texts;
+    static constexpr std::size_t kKeptTexts = 256;
+    static constexpr std::size_t kKeptBytes = 256;
+
+    std::vector<std::unique_ptr<I18NString>> m_texts;
+    std::size_t m_used = 0;
 };

@@ -51,9 +51,10 @@ void AQU_YYError::yy_err_vprintf(const char* format, va_list arguments) {
     if (std::vsnprintf(buffer, sizeof buffer, format, arguments) > 0) m_stream << buffer;
 }
 
+// Without an error there is no message to forget, and most runs have none.
 void AQU_YYError::Reset() {
+    if (errorCount != 0) locationMessage = QEMessage(0);
     errorCount = 0;
     position = -1;
-    locationMessage = QEMessage(0);
     isMacro = 0;
 }

@@ -51,8 +51,8 @@ public:
     // Whether the reader is inside a macro block; the scanner keeps it up to date.
     virtual void SetIsMacro(int isMacro) = 0;
 
-    // kYySyntaxError takes the token's number (int) and its text; kYyIllegalCharacter the byte (int, -1 for the end of
-    // the input) and the token so far.
+    // kYySyntaxError takes the token's first byte and its length (both int, in bytes of the input); kYyIllegalCharacter
+    // the byte (int, -1 for the end of the input), and length (int) and text (const char*) of the token so far.
     void yy_err_report(int code, ...) {
         va_list arguments;
         va_start(arguments, code);

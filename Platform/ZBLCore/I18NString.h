@@ -117,6 +117,14 @@ public:
     // The same for bytes that are known to be well-formed, as in fromValidUtf8: they are counted, not checked.
     I18NString& appendValidUtf8(std::string_view utf8);
 
+    // The same for bytes below 0x80: they are not even counted.
+    I18NString& appendAscii(std::string_view ascii) {
+        requireRoom(ascii.size());
+        m_bytes.append(ascii);
+        m_size += static_cast<index>(ascii.size());
+        return *this;
+    }
+
     // Puts `text` in front of the code point at `position`.
     I18NString& insert(index position, const I18NString& text);
 

@@ -186,6 +186,27 @@ TEST(MacroExpansion, ValuesThatAreMacrosAreExpanded) {
 }
 
 // Values may nest as deep as the option says; it is read at each value.
+// A block that is one parameter takes a way of its own through the parser; with a blank in it, it takes that of all
+// others.
+TEST(MacroExpansion, BlockOfOneParameterIsLikeAnyOther) {
+    const char* const values[] = {"",      "x",
+                                  "#",     "##",
+                                  "#$b#",  " #$b# ",
+                                  "#$a#",  "#$#",
+                                  "#f()#", "a long value of more than a few bytes",
+                                  "é#$b#", "#$b# and #$b#"};
+    for (const char* const value : values) {
+        const Parameters parameters{{"a", value}, {"b", "\xC3\xBC"}};
+        const auto outcome = [&parameters](const char* text) {
+            AQM_I_MacroExpander expander;
+            std::string result;
+            const std::string failure = FailureOf([&] { result = Text(expander.Expand(text, parameters.Get())); });
+            return result + failure;
+        };
+        EXPECT_EQ(outcome("é#$a#-#$a#"), outcome("é#$a #-# $a#")) << value;
+    }
+}
+
 TEST(MacroNesting, EndsAtTheLimit) {
     Parameters parameters{{"a1", "#'x'#"}, {"self", "#$self#"}};
     for (int depth = 2; depth <= 9; ++depth)

@@ -8,6 +8,7 @@
 
 #include "QMMacroGrammar.h"
 #include "QMMacroParserPool.h"
+#include "QMTextScan.h"
 #include "Support/FailureCheck.h"
 #include "Support/Rows.h"
 
@@ -80,6 +81,22 @@ TEST(MacroScanner, BytesThatBeginNoTokenAreIllegal) {
             EXPECT_TRUE(isRefused ? tokens.ends_with(end) : tokens.ends_with(" 0")) << before << code << ": " << tokens;
         }
     }
+}
+
+// Every byte at every place of two steps of the wide search, at every start.
+TEST(MacroTextScan, WideSearchStopsWhereTheSearchByByteDoes) {
+    std::string text(70, 'a');
+    for (int byte = 0; byte < 256; ++byte)
+        for (std::size_t place = 0; place < text.size(); ++place) {
+            text[place] = static_cast<char>(byte);
+            const char* const end = text.data() + text.size();
+            for (const std::size_t start : {std::size_t{0}, std::size_t{5}, place, place + 1}) {
+                const char* const at = text.data() + start;
+                ASSERT_EQ(QMFindTextStop(at, end), QMFindTextStopByByte(at, end)) << byte << " at " << place;
+                ASSERT_EQ(QMFindLineEnd(at, end), QMFindLineEndByByte(at, end)) << byte << " at " << place;
+            }
+            text[place] = 'a';
+        }
 }
 
 } // namespace

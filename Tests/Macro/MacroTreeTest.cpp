@@ -22,13 +22,14 @@ using brindle_test::FailureOf;
 using brindle_test::TreeDump;
 using Node = AQM_MacroExprNode;
 
-// The dumps of a text's blocks, a blank between two.
+// The dumps of a text's blocks, a blank between two. A block that is one parameter has no tree and stands as its name.
 std::string TreesOf(const std::string& text) {
     QMX_ParserSet set;
     set.Run(text, EMacroRunMode::expansion);
     std::string trees;
-    for (const auto& expression : set.parser.GetExpressions())
-        trees += (trees.empty() ? "" : " ") + TreeDump::Of(*expression);
+    for (const QMX_ParsedBlock& block : set.parser.GetBlocks())
+        trees += (trees.empty() ? "" : " ") +
+                 (block.expression ? TreeDump::Of(*block.expression) : "$" + std::string(block.parameter));
     return trees;
 }
 
@@ -41,7 +42,7 @@ std::string Repeated(const std::string& piece, int count) {
 
 TEST(MacroTree, IsBuiltFromEachRule) {
     CheckRows(TreesOf, "no block -> ", "## # # -> <[]> <[]>", "#'a'# #\"\"# -> <['a']> <['']>",
-              "#$a##@a##%a# -> <[$a]> <[@a]> <[%a]>", "#$[a b]##@[#]##%[a]]b]# -> <[$a b]> <[@#]> <[%a]]b]>",
+              "#$a##$a ##@a##%a# -> $a <[$a]> <[@a]> <[%a]>", "#$[a b]##@[#]##%[a]]b]# -> <[$a b]> <[@#]> <[%a]]b]>",
               "#$a{'k'}##@[b]{$c}# -> <[$a{'k'}]> <[@b{$c}]>", "#$a+'b'+$c# -> <[201(201($a, 'b'), $c)]>",
               "#$a{@b{%c}+$d{f()}}# -> <[$a{201(@b{%c}, $d{f()})}]>",
               "#f()##f('a')##f('a';$b,@c)# -> <[f()]> <[f('a')]> <[f(@c, $b, 'a')]>",
@@ -118,12 +119,12 @@ TEST_F(ParserPool, SetComesBackAsNewFromEveryFailure) {
             FailureOf([&] { QMX_ParserSetLease()->Run(text, mode); });
             ASSERT_EQ(QMX_CountPooledSets(), 1U) << text;
             const QMX_ParserSetLease set;
-            EXPECT_TRUE(set->parser.GetExpressions().empty() && set->lexer.GetPositions().empty()) << text;
+            EXPECT_TRUE(set->parser.GetBlocks().empty() && set->lexer.GetPositions().empty()) << text;
             EXPECT_FALSE(set->lexer.GetDocument().IsStarted()) << text;
             EXPECT_EQ(set->error.GetErrorCount() + set->error.GetIsMacro() + set->lexer.GetLine(), 1) << text;
             EXPECT_EQ(set->error.GetPosition(), -1) << text;
             set->Run("#f($x,'y')#", EMacroRunMode::expansion);
-            EXPECT_EQ(TreeDump::Of(*set->parser.GetExpressions().at(0)), "<[f('y', $x)]>") << text;
+            EXPECT_EQ(TreeDump::Of(*set->parser.GetBlocks().at(0).expression), "<[f('y', $x)]>") << text;
         }
 }
 
