@@ -1,8 +1,6 @@
 // The stack on which the macro language computes: one argument frame for each open call.
 #pragma once
 
-#include <list>
-#include <memory>
 #include <stack>
 
 #include "ZBLCore/I18NString.h"
@@ -45,11 +43,5 @@ private:
     AQM_MacroValue* Concatenate();
     void ReplaceTop(AQM_MacroValue* result);
 
-    void Retire(AQM_MacroValue* frame);
-
     std::stack<AQM_MacroValue*> stack;
-
-    // An empty frame and entries of frames that are gone, for use again: most calls have one frame with few arguments.
-    std::unique_ptr<AQM_MacroValueArray> m_spareFrame;
-    std::list<AQM_MacroValue*> m_spareEntries;
 };

@@ -1,13 +1,15 @@
 // The run-time values of the macro language: a text, or a list of values.
 #pragma once
 
+#include <cstddef>
 #include <list>
 
 #include "ZBLCore/I18NString.h"
 
 #include "BrindleApi.h"
 
-// The base of all values. Immutable once it is handed on; one thread at a time.
+// The base of all values. Immutable once it is handed on; one thread at a time. The type tells the class: no class but
+// AQM_MacroValueString and those derived from it is a string, and none but AQM_MacroValueArray and its own an array.
 class BRINDLE_API AQM_MacroValue {
 public:
     enum MacroValueType : int { MVT_None = 0, MVT_String = 1, MVT_Array = 2, MVT_Map = 3 };
@@ -15,6 +17,11 @@ public:
     AQM_MacroValue(const AQM_MacroValue&) = delete;
     AQM_MacroValue& operator=(const AQM_MacroValue&) = delete;
     virtual ~AQM_MacroValue();
+
+    // Values are made and dropped by the dozen in every expansion; each thread keeps the memory of a few.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory, std::size_t size) noexcept;
+
     MacroValueType GetValueType() const { return type; }
 
 protected:
@@ -35,6 +42,23 @@ private:
     I18NString value;
 };
 
+// Gives the entries of value lists their memory, in the same way.
+BRINDLE_API void* AQM_AllocateListEntry(std::size_t size);
+BRINDLE_API void AQM_ReleaseListEntry(void* memory, std::size_t size) noexcept;
+
+template <class T>
+struct AQM_ListEntryAllocator {
+    using value_type = T;
+    AQM_ListEntryAllocator() = default;
+    template <class U>
+    AQM_ListEntryAllocator(const AQM_ListEntryAllocator<U>&) noexcept {}
+    T* allocate(std::size_t count) { return static_cast<T*>(AQM_AllocateListEntry(count * sizeof(T))); }
+    void deallocate(T* memory, std::size_t count) noexcept { AQM_ReleaseListEntry(memory, count * sizeof(T)); }
+    friend bool operator==(const AQM_ListEntryAllocator&, const AQM_ListEntryAllocator&) = default;
+};
+
+using AQM_MacroValueList = std::list<AQM_MacroValue*, AQM_ListEntryAllocator<AQM_MacroValue*>>;
+
 // A list that owns its elements; null entries are allowed. The argument frame of a call is one.
 class BRINDLE_API AQM_MacroValueArray : public AQM_MacroValue {
 public:
@@ -48,9 +72,9 @@ public:
     // reads a whole array goes by GetValues.
     AQM_MacroValue* Get(int index) const;
     // The elements in order, still the array's.
-    const std::list<AQM_MacroValue*>& GetValues() const { return values; }
+    const AQM_MacroValueList& GetValues() const { return values; }
 
 private:
     friend class AQM_MacroEvaluator;
-    std::list<AQM_MacroValue*> values;
+    AQM_MacroValueList values;
 };

@@ -4,8 +4,6 @@
 #include <set>
 #include <utility>
 
-#include "AQE_TextUtilities.h"
-
 #include "QMMacroPattern.h"
 #include "QMMacroValueAccess.h"
 
@@ -147,14 +145,10 @@ std::unique_ptr<AQM_MacroValue> MF_CSV::Call(const Arguments& arguments) const {
     const AQM_MacroValueArray& array = RequireArray(arguments, 0, 3573);
     const I18NString separator = arguments.Count() > 1 ? RequireString(arguments, 1, 3574) : I18NString(",");
     const I18NString quote = arguments.Count() > 2 ? RequireString(arguments, 2, 3575) : I18NString("'");
-    const I18NString doubled = quote + quote;
     I18NString line;
-    I18NString escaped;
     ForEachString(array, [&](const I18NString& text) {
         if (!line.empty()) line += separator;
-        line += quote;
-        line += AQE_SearchAndReplace(text, quote, doubled, escaped);
-        line += quote;
+        QMAppendQuoted(line, text, quote, quote);
     });
     return QMMakeString(std::move(line));
 }

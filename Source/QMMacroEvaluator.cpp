@@ -14,7 +14,6 @@ namespace {
 
 constexpr long kCodeWrongArguments = 202;
 constexpr long kCodeUnknownFunction = 1221;
-constexpr std::size_t kSpareEntries = 16;
 
 [[noreturn]] void Fail(long code, long message, int parameterCount, const I18NString& parameter, long line) {
     QEException failure(ZBLSeverity::error, code);
@@ -40,23 +39,18 @@ AQM_MacroEvaluator::~AQM_MacroEvaluator() {
 }
 
 void AQM_MacroEvaluator::StartCall() {
-    if (!m_spareFrame) m_spareFrame = std::make_unique<AQM_MacroValueArray>();
-    stack.push(m_spareFrame.get());
-    m_spareFrame.release();
+    auto frame = std::make_unique<AQM_MacroValueArray>();
+    stack.push(frame.get());
+    frame.release();
 }
 
 void AQM_MacroEvaluator::PushArgument(const I18NString& text) { PushValue(new AQM_MacroValueString(text)); }
 
 void AQM_MacroEvaluator::PushValue(AQM_MacroValue* value) {
-    AQM_MacroValueArray* const frame = TopFrame();
-    if (!frame) {
-        delete value;
-    } else if (m_spareEntries.empty()) {
+    if (AQM_MacroValueArray* const frame = TopFrame())
         frame->AddValue(value);
-    } else {
-        m_spareEntries.front() = value;
-        frame->values.splice(frame->values.end(), m_spareEntries, m_spareEntries.begin());
-    }
+    else
+        delete value;
 }
 
 AQM_MacroValueArray* AQM_MacroEvaluator::TopFrame() const {
@@ -78,23 +72,8 @@ AQM_MacroValue* AQM_MacroEvaluator::PopValue() {
 
 // The result takes the place of the frame, so nothing can fail here.
 void AQM_MacroEvaluator::ReplaceTop(AQM_MacroValue* result) {
-    Retire(stack.top());
+    delete stack.top();
     stack.top() = result;
-}
-
-void AQM_MacroEvaluator::Retire(AQM_MacroValue* frame) {
-    if (m_spareFrame || !QMAsArray(frame)) {
-        delete frame;
-        return;
-    }
-    m_spareFrame.reset(static_cast<AQM_MacroValueArray*>(frame));
-    std::list<AQM_MacroValue*>& entries = m_spareFrame->values;
-    for (AQM_MacroValue*& entry : entries)
-        delete std::exchange(entry, nullptr);
-    if (entries.size() + m_spareEntries.size() <= kSpareEntries)
-        m_spareEntries.splice(m_spareEntries.end(), entries);
-    else
-        entries.clear();
 }
 
 // The frame goes with the call, so the left text itself grows: a concatenation of many terms stays linear in its

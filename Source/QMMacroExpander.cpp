@@ -186,6 +186,7 @@ void AQM_MacroExpander::Analyze(const I18NString& text, const AQU_I_ParameterAcc
 void AQM_MacroExpander::GetMacroPositions(const I18NString& text, std::vector<PositionInfo>& out) {
     const QMX_ParserSetLease set;
     Parse(*set, text, EMacroRunMode::positions, 2817);
+    out.reserve(out.size() + set->lexer.GetPositions().size());
     for (const QMX_BlockPosition& block : set->lexer.GetPositions())
         out.push_back(MakePosition(block));
 }

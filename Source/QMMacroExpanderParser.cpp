@@ -21,7 +21,7 @@ void ClearAndShrink(std::vector<T>& list) {
     if (list.capacity() > kKeptEntries) list.shrink_to_fit();
 }
 
-constexpr QMX_TokenValue kNoValue{0, {nullptr}};
+constexpr QMX_TokenValue kNoValue{nullptr};
 
 QMX_TokenValue Count(long count) {
     QMX_TokenValue value = kNoValue;
@@ -63,9 +63,9 @@ void QMX_MacroExpanderParser::Run() {
             continue;
         }
         QMX_TokenValue value = kNoValue;
-        value.number = m_lexer.NextToken(value);
-        if (value.number == AnyChar && !isReporting) continue;
-        status = qmxpush_parse(m_state, value.number, &value, *this);
+        const int token = m_lexer.NextToken(value);
+        if (token == AnyChar && !isReporting) continue;
+        status = qmxpush_parse(m_state, token, &value, *this);
     }
     m_failed = status != 0;
 }

@@ -4,6 +4,7 @@
 
 #include "Mortise/AUT_Text.h"
 
+#include "AQE_TextUtilities.h"
 #include "QEException.h"
 
 #include "QEMessageNumbers.h"
@@ -82,6 +83,15 @@ const AQM_MacroValueArray& MF_BuiltIn::RequireArray(const Arguments& arguments, 
     const AQM_MacroValueArray* const array = QMAsArray(arguments[index]);
     if (!array) FailType(arguments, index, "array", line);
     return *array;
+}
+
+void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing) {
+    out += opening;
+    if (I18NFindBytes(text.bytes(), closing.bytes()) == std::string_view::npos)
+        out += text;
+    else
+        out += AQE_SearchAndReplace(text, closing, closing + closing);
+    out += closing;
 }
 
 std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text) {

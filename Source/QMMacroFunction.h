@@ -33,7 +33,7 @@ public:
         auto end() const { return m_values.rend(); }
 
     private:
-        const std::list<AQM_MacroValue*>& m_values;
+        const AQM_MacroValueList& m_values;
     };
 
 protected:
@@ -61,6 +61,8 @@ private:
     int m_returnType;
 };
 
+// Appends the text between the two marks, with each `closing` in it doubled; an empty one isn't.
+void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing);
 // A new string value.
 std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text);
 // A new array with what the function answers for each string element; other elements are dropped.

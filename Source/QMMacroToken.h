@@ -7,13 +7,11 @@
 
 #include "ZBLCore/I18NString.h"
 
-// A token's or a rule's number and one word of value: a text (of the symbol table), a count, or nothing.
-struct QMX_TokenValue {
-    int number;
-    union {
-        I18NString* symbol;
-        long count;
-    };
+// A token's or a rule's value is one word: a text (of the symbol table), a count, or nothing. It stays one word, because
+// the parser copies it at every step.
+union QMX_TokenValue {
+    I18NString* symbol;
+    long count;
 };
 
 // What a run of scanner and parser produces.

@@ -5,7 +5,17 @@
 #include "AQM_I_MacroFunction.h"
 #include "AQM_MacroValue.h"
 
+#include "QMValueMemory.h"
+
 AQM_MacroValue::~AQM_MacroValue() = default;
+
+void* AQM_MacroValue::operator new(std::size_t size) { return QMAllocateSmall(size); }
+
+void AQM_MacroValue::operator delete(void* memory, std::size_t size) noexcept { QMReleaseSmall(memory, size); }
+
+void* AQM_AllocateListEntry(std::size_t size) { return QMAllocateSmall(size); }
+
+void AQM_ReleaseListEntry(void* memory, std::size_t size) noexcept { QMReleaseSmall(memory, size); }
 
 AQM_MacroValueString::AQM_MacroValueString(const I18NString& text) : AQM_MacroValue(MVT_String), value(text) {}
 

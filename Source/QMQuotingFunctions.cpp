@@ -1,6 +1,5 @@
 #include "QMQuotingFunctions.h"
 
-#include "AQE_TextUtilities.h"
 #include "AQE_UrlEncoding.h"
 
 #include "QMMacroValueAccess.h"
@@ -10,10 +9,9 @@ namespace {
 using enum AQM_MacroValue::MacroValueType;
 
 I18NString Wrap(const char* opening, const char* closing, const I18NString& text) {
-    I18NString wrapped(opening);
-    const I18NString doubled = I18NString(closing) + closing;
-    wrapped += AQE_SearchAndReplace(text, closing, doubled);
-    wrapped += closing;
+    I18NString wrapped;
+    wrapped.reserve(text.bytes().size() + 2);
+    QMAppendQuoted(wrapped, text, opening, closing);
     return wrapped;
 }
 

@@ -27,18 +27,19 @@ std::string Scanned(std::string_view text) {
     std::string tokens;
     const std::string failure = FailureOf([&] {
         bool isNameDue = false;
-        for (QMX_TokenValue value{-1, {nullptr}}; value.number != yy_eof; value.symbol = nullptr) {
-            value.number = lexer.NextToken(value);
-            tokens += (tokens.empty() ? "" : " ") + std::to_string(value.number);
-            const bool isName = value.number == Identifier;
+        for (int token = -1; token != yy_eof;) {
+            QMX_TokenValue value{nullptr};
+            token = lexer.NextToken(value);
+            tokens += (tokens.empty() ? "" : " ") + std::to_string(token);
+            const bool isName = token == Identifier;
             const std::size_t begin = isName ? lexer.GetNameBegin() : lexer.GetTokenBegin();
             const std::size_t end = isName ? lexer.GetNameEnd() : lexer.GetTokenEnd();
             const std::string_view written = text.substr(begin, end - begin);
-            if (value.number >= AnyChar && value.number <= Identifier)
+            if (token >= AnyChar && token <= Identifier)
                 tokens += "<" + std::string(value.symbol ? value.symbol->bytes() : written) + ">";
-            if (value.number == OpenBracket && isNameDue) lexer.SetCondition(ECondition::bracket);
-            if (isName || value.number == RBRACKET) lexer.SetCondition(ECondition::macro);
-            isNameDue = value.number == Dollar || value.number == Percent || value.number == AtSign;
+            if (token == OpenBracket && isNameDue) lexer.SetCondition(ECondition::bracket);
+            if (isName || token == RBRACKET) lexer.SetCondition(ECondition::macro);
+            isNameDue = token == Dollar || token == Percent || token == AtSign;
         }
     });
     return failure == "nothing thrown" ? tokens : failure;
