@@ -60,12 +60,18 @@ private:
 };
 
 // List entries and values have these sizes; the few others there may be are left to the general allocator.
-thread_local FreeBlocks entryBlocks(24);
-thread_local FreeBlocks valueBlocks(64);
+struct ThreadBlocks {
+    FreeBlocks entries{24};
+    FreeBlocks values{64};
+};
+
+// A few words, so the loader finds room for them in the block that every thread has from its start, and an access needs
+// no call.
+__attribute__((tls_model("initial-exec"))) thread_local ThreadBlocks threadBlocks;
 
 FreeBlocks* BlocksFor(std::size_t size) {
-    if (size <= 24) return &entryBlocks;
-    return size <= 64 ? &valueBlocks : nullptr;
+    if (size <= 24) return &threadBlocks.entries;
+    return size <= 64 ? &threadBlocks.values : nullptr;
 }
 
 } // namespace
