@@ -10,6 +10,7 @@
 #include "AQM_I_MacroExpander.h"
 #include "AQM_MacroExpr.h"
 
+#include "QMMacroExpander.h"
 #include "QMMacroParserPool.h"
 #include "Support/FailureCheck.h"
 #include "Support/Rows.h"
@@ -107,6 +108,32 @@ TEST(MacroTree, LeavesTakeNoChildrenAndChildrenAreAnsweredAsACopy) {
 }
 
 // Each case has a pool of its own.
+// A tree that no parser made, without a coordinator and without functions.
+TEST(MacroTree, HandMadeTreesAreExecuted) {
+    const auto valueOf = [](AQM_MacroExprNode::EMacroOpCode op, bool isBelowRoot) {
+        const std::unique_ptr<AQM_MacroExpr> expression(AQM_MacroExpr::Create());
+        I18NString name("x");
+        AQM_MacroExprNode* const node = expression->CreateUnaryOp(name, op);
+        if (isBelowRoot) expression->AddChild(node);
+        AQM_MacroExpander expander;
+        const AQM_FunctionTable none;
+        AQM_MacroExprExecute visitor(&expander, nullptr, &none, ZBLIDOM_Document(), ZBLIDOM_Node());
+        if (!isBelowRoot) node->Accept(visitor);
+        return isBelowRoot ? AQM_ExecuteExpression(expression.get(), &expander, nullptr, nullptr)
+                           : visitor.GetResultText();
+    };
+    EXPECT_EQ(valueOf(Node::MOC_Literal, true), "x");
+    EXPECT_EQ(valueOf(Node::MOC_ParameterMapRef, true), "x");
+    EXPECT_EQ(valueOf(Node::MOC_ParameterLookup, true), "");
+    EXPECT_EQ(valueOf(Node::MOC_ParameterLookupArray, true), "array_tbd");
+    EXPECT_EQ(valueOf(Node::MOC_ParameterLookupArray, false), "array") << "no frame turns it into a text";
+    EXPECT_EQ(valueOf(Node::MOC_Literal, false), "") << "pushed into no frame";
+    // Codes that the language has no use for compute nothing; from 200 on the frame that was opened for them is left
+    // over.
+    for (const int op : {1, 101, 102, 150, 999})
+        EXPECT_EQ(valueOf(static_cast<AQM_MacroExprNode::EMacroOpCode>(op), false), op < 200 ? "" : "array") << op;
+}
+
 class ParserPool : public testing::Test {
 protected:
     ParserPool() { QMX_EndParserPool(); }
