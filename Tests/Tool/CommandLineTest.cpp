@@ -27,7 +27,7 @@ TEST_F(ToolTest, WrongUsageHasStatusTwoAndOneLine) {
 }
 
 TEST_F(ToolTest, EveryCommandHasHelpWithAnExample) {
-    for (const std::string command : {"expand", "check", "blocks", "document", "name"}) {
+    for (const std::string command : {"expand", "check", "blocks", "document", "name", "query"}) {
         const ProcessResult help = RunProcess(Request({command, "--help"}));
         EXPECT_EQ(help.status, 0) << command;
         EXPECT_EQ(help.errors, "") << command;

@@ -29,5 +29,6 @@ Action DeclareCheck(CLI::App& parser);
 Action DeclareBlocks(CLI::App& parser);
 Action DeclareDocument(CLI::App& parser);
 Action DeclareName(CLI::App& parser);
+Action DeclareQuery(CLI::App& parser);
 
 } // namespace brindle_tool

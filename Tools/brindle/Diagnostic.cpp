@@ -17,21 +17,8 @@ constexpr std::int64_t kShownBeforeCaret = 60;
 constexpr std::int64_t kShownBehindCaret = 40;
 constexpr std::size_t kTabStop = 8;
 
-// The bytes of the character that begins at `begin` of a well-formed text.
-std::string_view CharacterAt(std::string_view text, std::size_t begin) {
-    const auto lead = static_cast<unsigned char>(text[begin]);
-    return text.substr(begin, lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4);
-}
-
 bool IsBetween(std::string_view character, std::string_view first, std::string_view last) {
     return character.size() == first.size() && character >= first && character <= last;
-}
-
-// Control characters, line separators and the marks that turn the direction of writing.
-bool IsControl(std::string_view character) {
-    const auto lead = static_cast<unsigned char>(character.front());
-    return lead < 0x20 || lead == 0x7F || IsBetween(character, "\xC2\x80", "\xC2\x9F") ||
-           IsBetween(character, "\xE2\x80\xA8", "\xE2\x80\xAE") || IsBetween(character, "\xE2\x81\xA6", "\xE2\x81\xA9");
 }
 
 // Whether a line ends behind the byte; the CR of CR LF doesn't end one.
@@ -65,6 +52,17 @@ bool UseColour() {
 }
 
 } // namespace
+
+std::string_view CharacterAt(std::string_view text, std::size_t begin) {
+    const auto lead = static_cast<unsigned char>(text[begin]);
+    return text.substr(begin, lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4);
+}
+
+bool IsControl(std::string_view character) {
+    const auto lead = static_cast<unsigned char>(character.front());
+    return lead < 0x20 || lead == 0x7F || IsBetween(character, "\xC2\x80", "\xC2\x9F") ||
+           IsBetween(character, "\xE2\x80\xA8", "\xE2\x80\xAE") || IsBetween(character, "\xE2\x81\xA6", "\xE2\x81\xA9");
+}
 
 Failure::Failure(std::string what) : m_diagnostic{kProgram, std::move(what)} {}
 

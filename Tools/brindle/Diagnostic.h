@@ -43,6 +43,12 @@ void ShowNote(const std::string& what);
 // and what exceeds `limit` characters is replaced by "...".
 std::string Printable(std::string_view text, std::size_t limit = 400);
 
+// The bytes of the character that begins at the offset of a well-formed text.
+std::string_view CharacterAt(std::string_view text, std::size_t begin);
+
+// Control characters, line separators and the marks that turn the direction of writing.
+bool IsControl(std::string_view character);
+
 // Where a character lies in a text. Lines end with LF, CR LF or CR and count, as columns in characters do, from 1; a
 // line end belongs to the line that it ends.
 struct Place {

@@ -28,6 +28,10 @@ constexpr Command kCommands[] = {
      DeclareBlocks},
     {"document", "give a text with its macro blocks as an XML document", "Example: echo 'a #$x# b' | brindle document",
      DeclareDocument},
+    {"query", "expand a text, run the statement on an SQLite database, print the rows",
+     "Columns that share a name are told apart in JSON by a number: id, id_2.\n"
+     "Example: echo 'select * from customer where name = #sq($n)#' | brindle query --database sales.db -p n=Li",
+     DeclareQuery},
     {"name", "apply the naming and quoting rules, one result to a line",
      "Example: brindle name physical select abc 'a b' 1a", DeclareName},
 };

@@ -1,0 +1,95 @@
+// The examples of the pages can't lie: each is taken out of its page and run. In Docs/macros.md a box "```macro" has
+// lines
+// "$name = text", "@name = one | two", "$map{key} = text" and then "text  ->  result", where a result "failure: ..." is
+// the message of the failure. On every page indented lines that begin with "$ " are what is typed into a shell.
+#include <map>
+#include <sstream>
+
+#include "ZBLCore/ZBLException.h"
+
+#include "AQM_I_MacroExpander.h"
+
+#include "Support/Parameters.h"
+#include "Tool/ToolFixture.h"
+
+namespace {
+
+using brindle_test::Parameters;
+
+class GuideTest : public ToolTest {
+protected:
+    static std::istringstream Page(const std::string& name) {
+        return std::istringstream(Read(BRINDLE_TEST_SOURCE_DIR "/" + name) + "\n\n");
+    }
+};
+
+std::string Outcome(const std::string& text, const Parameters& parameters) {
+    try {
+        return std::string(AQM_I_MacroExpander().Expand(text.c_str(), parameters.Get()).bytes());
+    } catch (const ZBLException& failure) {
+        return "failure: " + std::string(failure.getMessage().bytes());
+    }
+}
+
+void SetParameter(Parameters& parameters, const std::string& line) {
+    const std::size_t equals = line.find(" = ");
+    const bool isList = line.front() == '@';
+    ASSERT_TRUE(equals != line.npos && (isList || line.front() == '$')) << line;
+    for (std::size_t at = equals + 3, end = 0; end != line.npos; at = end + 3) {
+        end = isList ? line.find(" | ", at) : line.npos;
+        parameters.Set(line.substr(1, equals - 1), line.substr(at, end - at).c_str());
+    }
+}
+
+TEST_F(GuideTest, EveryExampleOfTheLanguageComesOutAsItSays) {
+    const std::string arrow = "  ->";
+    std::map<std::string, int> examples; // with the function that is called; "" counts all
+    std::istringstream page = Page("Docs/macros.md");
+    std::unique_ptr<Parameters> parameters; // inside of a box
+    for (std::string line; std::getline(page, line);) {
+        const std::string text = line.substr(0, line.find(arrow));
+        if (line.starts_with("```")) {
+            parameters = line == "```macro" ? std::make_unique<Parameters>() : nullptr;
+        } else if (parameters && text.size() < line.size()) {
+            const std::string outcome = Outcome(text, *parameters);
+            EXPECT_EQ(line, text + arrow + (outcome.empty() ? "" : "  ") + outcome);
+            for (const char* const call : {"", "sq(", "dq(", "sb(", "csv(", "array(", "sort(", "grep(", "substitute(",
+                                           "unique(", "split(", "join(", "urlencode("})
+                examples[call] += text.find(call) != text.npos;
+        } else if (parameters && !line.empty()) {
+            SetParameter(*parameters, line);
+        }
+    }
+    EXPECT_GE(examples[""], 46);
+    for (const auto& [call, count] : examples)
+        EXPECT_GE(count, 2) << call;
+}
+
+TEST_F(GuideTest, EveryDialogueComesOutAsItSays) {
+    const std::string setUp = "exec 2>&1; PATH=$(dirname " BRINDLE_TOOL_PROGRAM "):$PATH; ";
+    for (const auto& [name, expectedCount] : {std::pair("Docs/macros.md", 3), std::pair("README.md", 2)}) {
+        int count = 0;
+        std::string command, answer;
+        std::istringstream page = Page(name);
+        for (std::string line = "-"; page; line.clear(), std::getline(page, line)) {
+            const bool begins = line.starts_with("    $ ");
+            if (!command.empty() && (begins || !line.starts_with("    "))) {
+                ProcessRequest request{.arguments = {"/bin/bash", "-c", setUp + command},
+                                       .settings = {"BRINDLE_SETTINGS=/none"}};
+                const std::string actual = RunProcess(request).output;
+                EXPECT_EQ(actual + (actual.ends_with('\n') ? "" : "\n"), answer) << name << ": " << command;
+                command.clear(), answer.clear(), ++count;
+            }
+            if (begins) {
+                command = line.substr(6);
+            } else if (command.ends_with('|')) {
+                command += line;
+            } else if (!command.empty()) {
+                answer += line.substr(4) + "\n";
+            }
+        }
+        EXPECT_GE(count, expectedCount) << name;
+    }
+}
+
+} // namespace
