@@ -15,6 +15,7 @@ using namespace brindle_platform;
 namespace {
 
 constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::size_t kShortPattern = 16;
 
 I18NString::index asIndex(std::size_t count) { return static_cast<I18NString::index>(count); }
 
@@ -48,16 +49,19 @@ std::size_t lastOccurrenceOfLong(std::string_view text, std::string_view pattern
 }
 
 std::size_t lastOccurrence(std::string_view text, std::string_view pattern) {
-    constexpr std::size_t kShortPattern = 16;
     if (text.size() < pattern.size()) return kNowhere;
     return pattern.size() <= kShortPattern ? text.rfind(pattern) : lastOccurrenceOfLong(text, pattern);
 }
 
 } // namespace
 
-// The standard search restarts at every byte, which on runs of one letter costs the product of both lengths.
+// The standard search tries the pattern at each place where its first byte stands, which is quick, and costs the
+// product of both lengths on runs of one letter. So it serves patterns of a bounded length, and a linear search the
+// others.
 std::size_t I18NFindBytes(std::string_view text, std::string_view pattern, std::size_t from) noexcept {
-    if (pattern.empty() || from > text.size()) return kNowhere;
+    if (pattern.empty()) return kNowhere;
+    if (pattern.size() <= kShortPattern) return text.find(pattern, from);
+    if (from > text.size()) return kNowhere;
     const void* hit = memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
     return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) : kNowhere;
 }
