@@ -20,8 +20,8 @@ AQE_AuditAPI::~AQE_AuditAPI() {
                                 (m_success ? "Success" : "Failure") + "]]></returnvalue></function>";
         m_log.AuditLog(AUT_I_LogFile::ELL_Audit, false, m_firstTag, m_secondTag, text);
     } catch (...) {
-        // Only memory can fail here, and the guard may be ending because of it: the record is lost, the process goes
-        // on.
+        // What fails here is want of room, for the text or in memory, and the guard may be ending because of it: the
+        // record is lost, the process goes on.
     }
 }
 

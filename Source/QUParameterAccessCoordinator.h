@@ -37,7 +37,6 @@ public:
     void GetMapNames(AQU_I_ParameterMap* map, std::vector<I18NString>& names) override;
     int GetAllEntries(const I18NString& mapName, std::vector<std::pair<I18NString, I18NString>>& entries) override;
 
-protected:
     int GetDefault(const I18NString& mapName, std::vector<I18NString>& values, AQU_I_ParameterMap*& foundMap) override;
     int GetDefault(const I18NString& mapName, I18NString& value, AQU_I_ParameterMap*& foundMap) override;
 

@@ -42,7 +42,8 @@ int AQU_ParameterMapApp::Get(const I18NString& map, const I18NString& key, std::
     if (!(map == mapName)) return kMapNotServed;
     const auto [first, last] = entries.equal_range(key);
     if (first == last) return kNoSuchKey;
-    values.reserve(values.size() + static_cast<std::size_t>(std::distance(first, last)));
+    // Only a new list: asked for again and again, an exact room would have a growing one copied each time.
+    if (values.empty()) values.reserve(static_cast<std::size_t>(std::distance(first, last)));
     for (auto entry = first; entry != last; ++entry)
         values.push_back(entry->second);
     return kFound;

@@ -5,9 +5,8 @@
 
 namespace brindle_platform {
 
-// The test hook's level, else the entry's option in the section "Log" of the user's settings, else "Default" there,
-// else
-// 3. Any thread; no lock once the settings have been read.
+// The level that the test hook gives the entry, or its option in the section "Log" of the user's settings, or "Default"
+// there, or 3. Any thread; no lock once the settings have been read.
 int logLevelOf(std::string_view entry);
 
 } // namespace brindle_platform

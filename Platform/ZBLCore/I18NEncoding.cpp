@@ -76,7 +76,7 @@ const Encoding* findOwnEncoding(std::string_view name) {
 [[noreturn]] void throwUnknownEncoding(const char* name) {
     ZBLException failure(ZBLSeverity::error, -1L);
     failure << ZBLMessageString(I18NString(name));
-    ZBL_THROW(failure, "ZBLCore/I18NEncoding", 10, "ZBLCore");
+    ZBL_THROW(failure, "Platform/ZBLCore/I18NEncoding", 10, "ZBLCore");
 }
 
 // Code units of two or four bytes.

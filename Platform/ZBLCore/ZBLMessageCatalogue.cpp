@@ -19,9 +19,9 @@ namespace {
 
 constexpr std::size_t kMaxFileBytes = std::size_t{16} << 20;
 
-// How many catalogues are kept, those that couldn't be read among them. Names come from callers, so there must be a
-// bound; one more is read anew each time.
-constexpr std::size_t kMaxKept = 256;
+// Every catalogue that is there is kept, and this many names that have none. Names come from callers, so there must be
+// a bound; one more is sought anew each time.
+constexpr std::size_t kMaxMissing = 256;
 
 // A line of the file: the number, and where its text stands in the content.
 struct Entry {
@@ -40,7 +40,7 @@ struct Catalogue {
 
 constinit ZBLThreadCriticalSection loading;
 constinit std::atomic<const Catalogue*> newestCatalogue{nullptr};
-std::size_t keptCount = 0; // guarded by loading
+std::size_t missingCount = 0; // guarded by loading
 
 bool isPlainName(std::string_view name) {
     const auto isPlain = [](char c) {
@@ -143,11 +143,11 @@ bool lookUpIn(std::string path, unsigned long number, I18NString& text, I18NStri
         kept = findKept(path);
         if (kept == nullptr) {
             std::unique_ptr<Catalogue> fresh = load(std::move(path));
-            if (keptCount == kMaxKept) return lookUp(*fresh, number, text, foundPath);
+            if (!fresh->readable && missingCount == kMaxMissing) return lookUp(*fresh, number, text, foundPath);
             fresh->older = newestCatalogue.load(std::memory_order_relaxed);
             kept = fresh.release();
             newestCatalogue.store(kept, std::memory_order_release);
-            ++keptCount;
+            if (!kept->readable) ++missingCount;
         }
     }
     return lookUp(*kept, number, text, foundPath);

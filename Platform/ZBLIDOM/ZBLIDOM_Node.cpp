@@ -16,7 +16,7 @@ namespace {
 
 [[noreturn]] void refuse(const char* text, long line) {
     ZBLIDOM_Exception failure{I18NString(text)};
-    ZBL_THROW(failure, "Platform/ZBLIDOM_Node", line, "ZBLIDOM");
+    ZBL_THROW(failure, "Platform/ZBLIDOM/ZBLIDOM_Node", line, "ZBLIDOM");
 }
 
 Tree& changeable(const ZBLIDOM_Node& handle) {

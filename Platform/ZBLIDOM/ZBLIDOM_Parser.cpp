@@ -23,7 +23,8 @@ using zblidom::Tree;
 
 namespace {
 
-// Code points of the bytes 0x80 to 0x9F in Windows-1252; -1 where there is none.
+// Code points of the bytes 0x80 to 0x9F in Windows-1252; -1 where there is none, which in a document is an error,
+// though the text type lets such a byte through.
 constexpr std::array<int, 32> kWindows1252 = {0x20AC, -1,     0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                               0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, -1,     0x017D, -1,
                                               -1,     0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -39,7 +40,7 @@ struct Fault {
 
 [[noreturn]] void refuse(const Fault& fault, const I18NString& path, long line) {
     ZBLIDOM_Exception failure(I18NString(std::string_view(fault.text)), path, fault.line, fault.column);
-    ZBL_THROW(failure, "Platform/ZBLIDOM_Parser", line, "ZBLIDOM");
+    ZBL_THROW(failure, "Platform/ZBLIDOM/ZBLIDOM_Parser", line, "ZBLIDOM");
 }
 
 Mark markOf(std::string_view bytes) noexcept {
