@@ -28,13 +28,13 @@ public:
     ~FreeBlocks() {
         m_most = 0;
         while (m_first)
-            ::operator delete(Take(), m_size);
+            ::operator delete(Take());
     }
 
     void* Allocate() { return m_first ? Take() : ::operator new(m_size); }
     void Release(void* memory) noexcept {
         if (m_count >= m_most) {
-            ::operator delete(memory, m_size);
+            ::operator delete(memory);
             return;
         }
         m_first = ::new (memory) Block{m_first};
@@ -85,5 +85,5 @@ void QMReleaseSmall(void* memory, std::size_t size) noexcept {
     if (FreeBlocks* const blocks = BlocksFor(size))
         blocks->Release(memory);
     else
-        ::operator delete(memory, size);
+        ::operator delete(memory);
 }
