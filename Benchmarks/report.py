@@ -1,0 +1,202 @@
+#!/usr/bin/env python3
+"""Runs the measuring programs of a build tree and prints one table: each figure beside its peer and its aim.
+
+usage: report.py TREE [FIGURE]...   (TREE as in build/bench; figures: query plain dense startup growth memory)
+
+Times are processor times, medians of seven runs in turns; for growth the least of five runs or more; for startup the
+time on the clock, median of forty-one. An aim that is missed is told in the table and is no failure. The exit status is
+1 when a program fails, above all when outputs differ.
+"""
+import json
+import math
+import os
+import platform
+import shutil
+import statistics
+import subprocess
+import sys
+import time
+
+INPUTS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "Inputs")
+REPETITIONS = 7
+STARTS = 41
+
+GROWTH_AIM = 2.2
+NO_BLOCKS_EXTRA = 256 * 1024
+
+rows = []
+
+
+def row(figure, ours, peer, ratio, aim=None, note=""):
+    """`aim` is the greatest ratio that meets it; without one the row only informs."""
+    met = "" if aim is None else "yes" if ratio <= aim else "NO"
+    rows.append((figure, ours, peer, f"{ratio:.2f}", "" if aim is None else f"<= {aim:.2f}", met, note))
+
+
+def run(arguments):
+    result = subprocess.run(arguments, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=False)
+    if result.returncode != 0:
+        sys.stderr.write(result.stderr)
+        raise SystemExit(f"report.py: {' '.join(arguments)} failed with status {result.returncode}")
+    return result.stdout
+
+
+def duration(nanoseconds):
+    for unit, size in (("s", 1e9), ("ms", 1e6), ("us", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def throughput(byte_count, nanoseconds):
+    return f"{byte_count / nanoseconds:.2f} GB/s"
+
+
+def run_expander(programs, pattern, *options):
+    report = json.loads(run([os.path.join(programs, "benchmark-expander"), *options, f"--benchmark_filter=^{pattern}$",
+                             "--benchmark_min_time=0.1", "--benchmark_format=json"]))
+    return [entry for entry in report["benchmarks"] if entry["run_type"] == "iteration"]
+
+
+def medians(entries):
+    """By name of the run: (nanoseconds, sites if the run counts them)."""
+    by_name = {}
+    for entry in entries:
+        assert entry["time_unit"] == "ns"
+        by_name.setdefault(entry["run_name"], []).append(entry)
+    return {name: (statistics.median(entry["cpu_time"] for entry in runs), runs[0].get("sites"))
+            for name, runs in by_name.items()}
+
+
+def measure_together(programs, figure):
+    """All runs of a figure in one process, their repetitions in random order."""
+    return medians(run_expander(programs, f"{figure}/.*", f"--benchmark_repetitions={REPETITIONS}",
+                                "--benchmark_enable_random_interleaving=true"))
+
+
+def measure_apart(programs, names, *options):
+    """Each repetition of each run in a process of its own: what its large blocks cost depends on no other run."""
+    return medians([entry for _ in range(REPETITIONS) for name in names
+                    for entry in run_expander(programs, name, *options)])
+
+
+def report_query(programs):
+    times = measure_together(programs, "query")
+    ours = times["query/brindle"][0]
+    for peer, aim in (("ctemplate sections", 0.4), ("ctemplate modifiers", None), ("plain code", None)):
+        theirs = times["query/" + peer][0]
+        row("query, to " + peer, duration(ours), duration(theirs), ours / theirs, aim)
+
+
+def report_plain(programs):
+    size = 16 << 20
+    figures, ours, peers = ("plain", "sparse"), ("brindle", "brindle from bytes"), ("ctemplate", "table scan")
+    for options, suffix in (((), ""), (("--keep-memory",), ", memory kept")):
+        times = measure_apart(programs, [f"{figure}/{who}" for figure in figures for who in ours + peers], *options)
+        for figure in figures:
+            for who in ours:
+                for peer in peers:
+                    own, theirs = times[f"{figure}/{who}"][0], times[f"{figure}/{peer}"][0]
+                    has_aim = figure == "plain" and who == "brindle" and not options
+                    row(f"{figure}{who.removeprefix('brindle')}, to {peer}{suffix}", throughput(size, own),
+                        throughput(size, theirs), own / theirs, 1.0 if has_aim else None)
+
+
+def report_dense(programs):
+    times = measure_together(programs, "dense")
+    ours, sites = times["dense/brindle"]
+    for peer, aim, note in (("ctemplate", 0.5, ""), ("fmt", 1.0, "the aim beyond")):
+        theirs = times["dense/" + peer][0]
+        row(f"dense, a site, to {peer}", duration(ours / sites), duration(theirs / sites), ours / theirs, aim, note)
+
+
+def time_process(arguments):
+    """Nanoseconds from the start of the process to its end."""
+    start = time.perf_counter_ns()
+    child = os.posix_spawn(arguments[0], arguments, os.environ,
+                           file_actions=[(os.POSIX_SPAWN_OPEN, 1, os.devnull, os.O_WRONLY, 0)])
+    status = os.waitpid(child, 0)[1]
+    elapsed = time.perf_counter_ns() - start
+    if status != 0:
+        raise SystemExit(f"report.py: {' '.join(arguments)} failed")
+    return elapsed
+
+
+def report_startup(programs):
+    expand = [os.path.join(programs, "brindle"), "expand", os.path.join(INPUTS, "query.sql"),
+              "--params", os.path.join(INPUTS, "query.json")]
+    with open(os.path.join(INPUTS, "query.expected.sql"), encoding="utf-8") as expected:
+        if run(expand) != expected.read():
+            raise SystemExit("report.py: brindle expand gives another text than query.expected.sql")
+    commands = {"brindle": expand, "true": [shutil.which("true")], "python3": [shutil.which("python3"), "-c", "pass"]}
+    times = {name: [] for name in commands}
+    for _ in range(STARTS):
+        for name, command in commands.items():
+            times[name].append(time_process(command))
+    ours, bare, python = (statistics.median(times[name]) for name in ("brindle", "true", "python3"))
+    row("startup, to true", duration(ours), duration(bare), ours / bare)
+    row("startup, to python3 -c pass", duration(ours), duration(python), ours / python)
+
+
+def report_growth(programs):
+    for line in run([os.path.join(programs, "benchmark-growth")]).splitlines():
+        entry = json.loads(line)
+        sizes, seconds = entry["sizes"], entry["seconds"]
+        # A sort has its logarithm beyond the doubling.
+        allowance = [math.log2(large) / math.log2(small) if entry["name"].startswith("sort ") else 1.0
+                     for small, large in zip(sizes, sizes[1:])]
+        ratios = [large / small for small, large in zip(seconds, seconds[1:])]
+        worst = max(range(len(ratios)), key=lambda step: ratios[step] / allowance[step])
+        unit = f"{sizes[-1] / 1e6:g} M{'B' if entry['unit'] == 'bytes' else ''}"
+        row(f"growth, {entry['name']}, {unit}", duration(seconds[-1] * 1e9), duration(seconds[-2] * 1e9),
+            ratios[worst], GROWTH_AIM * allowance[worst], " ".join(f"{ratio:.2f}" for ratio in ratios))
+
+
+def report_memory(programs):
+    entries = [json.loads(line) for line in run([os.path.join(programs, "benchmark-memory")]).splitlines()]
+    for entry in entries:
+        size, peak = entry["size"], entry["peak"]
+        if entry["name"] != "terms":
+            row(f"memory, {entry['name']}, {size / 1048576:.0f} MiB", f"{peak / 1024:.0f} KiB",
+                f"{size / 1024:.0f} KiB", peak / size,
+                (2 * size + NO_BLOCKS_EXTRA) / size if entry["name"].startswith("no blocks") else None)
+    terms = [entry for entry in entries if entry["name"] == "terms"]
+    for small, large in zip(terms, terms[1:]):
+        row(f"memory, {large['size']} terms to {small['size']}", f"{large['peak'] / 1024:.0f} KiB",
+            f"{small['peak'] / 1024:.0f} KiB", large["peak"] / small["peak"], GROWTH_AIM,
+            f"{large['peak'] / large['size']:.0f} bytes a term")
+
+
+def processor():
+    try:
+        with open("/proc/cpuinfo", encoding="utf-8") as info:
+            return next(line.split(":")[1].strip() for line in info if line.startswith("model name"))
+    except (OSError, StopIteration):
+        return platform.machine()
+
+
+def print_table():
+    table = [("figure", "ours", "peer", "ratio", "aim", "met", "")] + rows
+    widths = [max(len(cells[column]) for cells in table) for column in range(len(table[0]))]
+    for cells in table:
+        print("  ".join(cell.ljust(width) if column in (0, 6) else cell.rjust(width)
+                        for column, (cell, width) in enumerate(zip(cells, widths))).rstrip())
+    missed = sum(cells[5] == "NO" for cells in rows)
+    aimed = sum(cells[5] != "" for cells in rows)
+    print(f"\n{aimed - missed} of {aimed} aims met; {processor()}, {os.cpu_count()} processors, "
+          f"load {os.getloadavg()[0]:.1f}, {time.strftime('%Y-%m-%d')}")
+
+
+def main():
+    parts = {"query": report_query, "plain": report_plain, "dense": report_dense, "startup": report_startup,
+             "growth": report_growth, "memory": report_memory}
+    if len(sys.argv) < 2 or not set(sys.argv[2:]) <= parts.keys():
+        raise SystemExit(__doc__.split("\n\n")[1])
+    programs = os.path.join(sys.argv[1], "bin")
+    for name in sys.argv[2:] or parts:
+        print(f"-- {name}", file=sys.stderr, flush=True)
+        parts[name](programs)
+    print_table()
+
+
+main()
