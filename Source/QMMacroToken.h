@@ -7,8 +7,8 @@
 
 #include "ZBLCore/I18NString.h"
 
-// A token's or a rule's value is one word: a text (of the symbol table), a count, or nothing. It stays one word, because
-// the parser copies it at every step.
+// A token's or a rule's value is one word: a text (of the symbol table), a count, or nothing. It stays one word,
+// because the parser copies it at every step.
 union QMX_TokenValue {
     I18NString* symbol;
     long count;
