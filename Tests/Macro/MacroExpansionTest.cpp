@@ -1,12 +1,7 @@
 // What the expander makes of texts: values in the blocks' places, where the blocks lie, the document form, the report.
 #include <iterator>
 #include <random>
-#include <string>
-#include <vector>
 
-#include <gtest/gtest.h>
-
-#include "PlatformHooks.h"
 #include "ZBLIDOM/ZBLIDOM_Helper.h"
 
 #include "AQE_LogFile.h"
@@ -19,9 +14,7 @@
 
 namespace {
 
-using brindle_test::CheckRows;
-using brindle_test::FailureOf;
-using brindle_test::Parameters;
+using namespace brindle_test;
 using Positions = std::vector<AQM_I_MacroExpander::PositionInfo>;
 
 void SetOption(const char* name, const char* value) { brindle_platform::overrideOption("QueryEngine", name, value); }
@@ -29,23 +22,13 @@ void SetOption(const char* name, const char* value) { brindle_platform::override
 std::string Text(const I18NString& text) { return std::string(text.bytes()); }
 
 // Answers its frame as a text, or the first argument alone.
-class Echo : public AQM_I_MacroFunction {
-public:
-    explicit Echo(const char* name, bool isFirstAlone = false) : m_name(name), m_isFirstAlone(isFirstAlone) {}
-    AQM_MacroValue* Execute(AQM_MacroValue* arguments) override {
-        const auto& frame = dynamic_cast<AQM_MacroValueArray&>(*arguments);
-        if (!m_isFirstAlone) return new AQM_MacroValueString((m_name + brindle_test::DescribeValue(&frame)).c_str());
-        const auto& first = dynamic_cast<AQM_MacroValueString&>(*frame.Get(frame.Size() - 1));
-        return new AQM_MacroValueString(first.GetValue());
-    }
-    void GetParameterTypes(std::vector<int>&) override {}
-    I18NString GetName() override { return m_name.c_str(); }
-    int GetReturnType() override { return AQM_MacroValue::MVT_String; }
-
-private:
-    std::string m_name;
-    bool m_isFirstAlone;
-};
+TestFunction Echo(const char* name, bool isFirstAlone = false) {
+    return {name, [name = std::string(name), isFirstAlone](const AQM_MacroValueArray& frame) -> AQM_MacroValue* {
+                if (!isFirstAlone) return new AQM_MacroValueString((name + DescribeValue(&frame)).c_str());
+                const auto* const first = dynamic_cast<AQM_MacroValueString*>(frame.Get(frame.Size() - 1));
+                return new AQM_MacroValueString(first->GetValue());
+            }};
+}
 
 // An expander that knows the functions "echo" and "id", the identity.
 struct Expander : AQM_I_MacroExpander {
@@ -54,7 +37,7 @@ struct Expander : AQM_I_MacroExpander {
         AddFunction(&identity);
         AddFunction(nullptr);
     }
-    Echo echo{"echo"}, identity{"id", true};
+    TestFunction echo = Echo("echo"), identity = Echo("id", true);
 };
 
 // All text nodes below the node in order. The elements must know their place: that of a block's first "#", and of the
@@ -90,8 +73,8 @@ std::string Expanded(AQM_I_MacroExpander& expander, const std::string& text, con
     EXPECT_EQ(expander.GetReplacementCount(), static_cast<int>(found.size())) << text;
     std::string rebuilt = text;
     for (std::size_t i = found.size(); i-- > 0;) {
-        const auto begin = static_cast<std::size_t>(found[i].startPosition);
-        const auto end = static_cast<std::size_t>(found[i].endPosition);
+        const auto begin = static_cast<unsigned>(found[i].startPosition);
+        const auto end = static_cast<unsigned>(found[i].endPosition);
         EXPECT_TRUE(text[begin] == '#' && text[end] == '#' && found[i].expansion.empty()) << text;
         EXPECT_EQ(analyzed[i].startPosition + analyzed[i].commentEnd, found[i].startPosition + found[i].commentEnd);
         rebuilt.replace(begin, end + 1 - begin, Text(analyzed[i].expansion));
@@ -152,15 +135,13 @@ TEST(MacroReport, TellsEachStepOfAllExpansionsOfTheObject) {
 
 TEST(MacroExpansion, PutsValuesInTheBlocksPlaces) {
     Parameters parameters{{"a", "A"}, {"b", "B1"}, {"b", "B2"}, {"e", ""}, {"\u00e4", "\u20ac"}, {"a b", "blank"}};
-    for (const char* name : {"a]b", "a]]b", "a.b", "_x"})
-        parameters.Set(name, (std::string("<") + name + ">").c_str());
-    for (const char* name : {"m{A}", "m{}", "m{array_tbd}", "m]n{k}", "m{l}", "m{l}"})
+    for (const char* name : {"a]b", "a]]b", "a.b", "_x", "m{A}", "m{}", "m{array_tbd}", "m]n{k}", "m{l}", "m{l}"})
         parameters.Set(name, (std::string("<") + name + ">").c_str());
     Expander expander;
     const auto expanded = [&](const std::string& text) { return Expanded(expander, text, parameters); };
     for (const std::string text : {"", "no block", "'#$a#' [#] \"#\" ?#? /* # */ -- #", "--#$a#\n", "[#$a#]"})
         EXPECT_EQ(expanded(text), text);
-    CheckRows(expanded, "## -> ", "a##b## -> ab", "#### -> ", "#$a# and #$b# -> A and B2", "#$a + '-' + $b# -> A-B2",
+    CheckRows(expanded, "a##b## -> ab", "#### -> ", "#$a# and #$b# -> A and B2", "#$a + '-' + $b# -> A-B2",
               "\u00e9#$\u00e4#\u00e9#$e#\u00e9 -> \u00e9\u20ac\u00e9\u00e9", "#$a#--#$a#\n#$a# -> A--#$a#\nA",
               "#'it''s'#|#\"a'b\"#|#'a\"b'#|#'#'#|#''''#|#'''a'# -> it's|a'b|a\"b|#|'|'a",
               "#$ a#|#$[a]#|#$A#|#$unknown#|#$[a ]# -> A|A|||",
@@ -176,26 +157,18 @@ TEST(MacroExpansion, PutsValuesInTheBlocksPlaces) {
 }
 
 TEST(MacroExpansion, ValuesThatAreMacrosAreExpanded) {
-    const Parameters parameters{{"x", "X"},           {"v", "#$x#"},   {"w", "\t#$v# \n"}, {"two", "#$x# and #$x#"},
-                                {"part", "x #$x# y"}, {"empty", "##"}, {"key", "#'k'#"},   {"m{k}", "#$x+'m'#"},
-                                {"fn", "#id($x)#"}};
+    const Parameters parameters{{"x", "X"},       {"v", "#$x#"},      {"w", "\t#$v# \n"},  {"part", "x #$x# y"},
+                                {"key", "#'k'#"}, {"fn", "#id($x)#"}, {"m{k}", "#$x+'m'#"}};
     Expander expander;
     CheckRows([&](const std::string& text) { return Expanded(expander, text, parameters); }, "#$v#|#$w# -> X|\tX \n",
-              "#$two#|#$part#|#$empty#| -> X and X|x #$x# y||", "#'#$x#'#|#echo('#$x#')# -> #$x#|echo['#$x#']",
-              "#id('#$x#')#|#$fn# -> X|X", "#$m{$key}#|#$v+$v#|#echo(@v)# -> Xm|XX|echo[['#$x#']]");
+              "#$part# -> x #$x# y", "#'#$x#'#|#echo('#$x#')# -> #$x#|echo['#$x#']", "#id('#$x#')#|#$fn# -> X|X",
+              "#$m{$key}#|#$v+$v#|#echo(@v)# -> Xm|XX|echo[['#$x#']]");
 }
 
-// Values may nest as deep as the option says; it is read at each value.
-// A block that is one parameter takes a way of its own through the parser; with a blank in it, it takes that of all
-// others.
+// A block that is one parameter takes a way of its own through the parser; a blank in it brings it back to the usual.
 TEST(MacroExpansion, BlockOfOneParameterIsLikeAnyOther) {
-    const char* const values[] = {"",      "x",
-                                  "#",     "##",
-                                  "#$b#",  " #$b# ",
-                                  "#$a#",  "#$#",
-                                  "#f()#", "a long value of more than a few bytes",
-                                  "é#$b#", "#$b# and #$b#"};
-    for (const char* const value : values) {
+    for (const char* const value : {"", "x", "#", "##", "#$b#", " #$b# ", "#$a#", "#$#", "#f()#", "é#$b#",
+                                    "a long value of more than a few bytes", "#$b# and #$b#"}) {
         const Parameters parameters{{"a", value}, {"b", "\xC3\xBC"}};
         const auto outcome = [&parameters](const char* text) {
             AQM_I_MacroExpander expander;
@@ -207,6 +180,7 @@ TEST(MacroExpansion, BlockOfOneParameterIsLikeAnyOther) {
     }
 }
 
+// Values may nest as deep as the option says; it is read at each value.
 TEST(MacroNesting, EndsAtTheLimit) {
     Parameters parameters{{"a1", "#'x'#"}, {"self", "#$self#"}};
     for (int depth = 2; depth <= 9; ++depth)
@@ -228,7 +202,7 @@ TEST(MacroNesting, EndsAtTheLimit) {
 
 TEST(MacroFunctions, LaterOneOfANameReplacesTheEarlierAlsoInNestedTexts) {
     const Parameters parameters{{"nested", "#myfunc($x)#"}, {"x", "#f()#"}};
-    Echo first("f"), second("f", true), hook("myfunc");
+    TestFunction first = Echo("f"), second = Echo("f", true), hook = Echo("myfunc");
     AQM_I_MacroExpander expander, other;
     expander.AddFunction(&first);
     expander.AddFunction(&hook);

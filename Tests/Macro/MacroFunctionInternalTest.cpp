@@ -22,12 +22,4 @@ TEST(MacroBuiltIns, StandInTheOrderOfTheirRegistration) {
                      "split(012)2 join(012)1 urlencode(01)1 ");
 }
 
-TEST(MacroBuiltIns, AnswerNullToWhatIsNoArgumentFrame) {
-    AQM_MacroValueString text("a");
-    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions()) {
-        EXPECT_EQ(function->Execute(nullptr), nullptr) << function->GetName();
-        EXPECT_EQ(function->Execute(&text), nullptr) << function->GetName();
-    }
-}
-
 } // namespace

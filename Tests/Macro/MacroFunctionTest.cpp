@@ -1,13 +1,7 @@
 // The built-in functions as a text sees them: what each accepts, its fixed answers, what it refuses and how. A row is
 // the inside of a block and what becomes of it. Three functions of an application help: show(x) makes any value a text,
 // map() is a value of the third type, odd() an array of such a value, "it's", null, an array of 'x', and 'a'.
-#include <functional>
-#include <memory>
-#include <random>
 #include <sstream>
-#include <utility>
-
-#include <gtest/gtest.h>
 
 #include "AQE_UrlEncoding.h"
 #include "AQM_I_MacroExpander.h"
@@ -19,8 +13,7 @@
 
 namespace {
 
-using brindle_test::CheckRows;
-using brindle_test::FailureOf;
+using namespace brindle_test;
 
 struct MapValue : AQM_MacroValue {
     MapValue() : AQM_MacroValue(MVT_Map) {}
@@ -38,34 +31,18 @@ AQM_MacroValue* MakeOddArray() {
     return array.release();
 }
 
-class TestFunction : public AQM_I_MacroFunction {
-public:
-    TestFunction(const char* name, std::function<AQM_MacroValue*(const AQM_MacroValueArray&)> run)
-        : m_name(name), m_run(std::move(run)) {}
-    AQM_MacroValue* Execute(AQM_MacroValue* arguments) override {
-        return m_run(dynamic_cast<const AQM_MacroValueArray&>(*arguments));
-    }
-    void GetParameterTypes(std::vector<int>&) override {}
-    I18NString GetName() override { return m_name; }
-    int GetReturnType() override { return AQM_MacroValue::MVT_None; }
-
-private:
-    const char* m_name;
-    std::function<AQM_MacroValue*(const AQM_MacroValueArray&)> m_run;
-};
-
 // The block's value, or the failure in which it ends: "number(parameters) :line" for one of code 202 at the functions'
 // site. `p` and `q` are parameters; `l` is the list b, a, b.
 std::string ValueWith(const std::string& p, const std::string& q, const std::string& block) {
     TestFunction show("show", [](const AQM_MacroValueArray& arguments) {
-        return new AQM_MacroValueString(brindle_test::DescribeValue(arguments.Get(0)).c_str());
+        return new AQM_MacroValueString(DescribeValue(arguments.Get(0)).c_str());
     });
     TestFunction map("map", [](const AQM_MacroValueArray&) { return new MapValue; });
     TestFunction odd("odd", [](const AQM_MacroValueArray&) { return MakeOddArray(); });
     AQM_I_MacroExpander expander;
     for (TestFunction* const function : {&show, &map, &odd})
         expander.AddFunction(function);
-    const brindle_test::Parameters parameters{{"l", "b"}, {"l", "a"}, {"l", "b"}, {"p", p.c_str()}, {"q", q.c_str()}};
+    const Parameters parameters{{"l", "b"}, {"l", "a"}, {"l", "b"}, {"p", p.c_str()}, {"q", q.c_str()}};
     std::string value;
     std::string failure =
         FailureOf([&] { value = expander.Expand(("#" + block + "#").c_str(), parameters.Get()).bytes(); });
@@ -88,72 +65,51 @@ void CheckAnswersNull(std::initializer_list<const char*> blocks) {
 
 TEST(MacroBuiltIns, QuoteTexts) {
     CheckRows(Value, R"(sq("it's") -> 'it''s')", R"(sq("''") -> '''''')", R"(sq('a\"é') -> 'a\"é')", "sq('') -> ''",
-              "sq() -> ''", "sq('a', 'b') -> ''", "sq(@l, 'b', 'c') -> ''", "show(sq(@l)) -> [''b'', ''a'', ''b'']",
-              "show(sq(array())) -> []", "show(sq(odd())) -> [''it''s'', ''a'']", R"(dq('') -> "")", R"(dq() -> "")",
-              R"(dq('a', 'b') -> "")", R"(dq('a"""b') -> "a""""""b")", R"(dq("it's]") -> "it's]")",
-              "sb('a]b') -> [a]]b]", "sb(']]') -> []]]]]", "sb('[a[') -> [[a[]", "sb('') -> []", "sb() -> []",
-              "sb('a', @l, 'c') -> []");
+              "sq() -> ''", "sq(@l, 'b') -> ''", "show(sq(@l)) -> [''b'', ''a'', ''b'']",
+              "show(sq(odd())) -> [''it''s'', ''a'']", R"(dq('') -> "")", R"(dq('a', 'b') -> "")",
+              R"(dq('a"""b') -> "a""""""b")", R"(dq("it's]") -> "it's]")", "sb('a]b') -> [a]]b]", "sb(']]') -> []]]]]",
+              "sb('[a[') -> [[a[]", "sb('') -> []", "sb('a', @l) -> []");
     CheckAnswersNull({"sq(map())", "sq(myfunc())", "dq(@l)", "dq(map())", "dq(myfunc())", "sb(@l)", "sb(map())",
-                      "sb(myfunc())", "urlencode(map())", "urlencode(myfunc())"});
+                      "sb(myfunc())", "urlencode(map())", "urlencode(myfunc())", "substitute('a', 'b', map())",
+                      "substitute('a', 'b', myfunc())"});
 }
 
 TEST(MacroBuiltIns, EncodeForUrls) {
     CheckRows(Value, "urlencode('a b&c') -> a+b%26c", "urlencode('é€\U0001F600') -> %c3%a9%e2%82%ac%f0%9f%98%80",
-              "urlencode('') -> ", "urlencode() -> ''", "urlencode('a', 'b') -> ''",
+              "urlencode() -> ''", "urlencode('a', 'b') -> ''",
               "urlencode('/09:@AZ[`az{\x7f\x1f') -> %2f09%3a%40AZ%5b%60az%7b%7f%1f",
               "urlencode('~!*()-._%+=,^') -> %7e%21%2a%28%29-._%25%2b%3d%2c%5e",
               "show(urlencode(odd())) -> ['it%27s', 'a']");
     CheckRows([](const std::string& text) { return std::string(AQE_UrlDecode(text.c_str()).bytes()); }, " -> ",
               "a+b%26c -> a b&c", "%41 -> A", "%4 -> %4", "% -> %", "%%41+ -> %A ", "%+41 -> % 41", "%C3%a9%2B -> é+",
               "é% -> é%", "%c3+ -> \uFFFD ", "a%4g%g4%4G%/0%:0%@0%`0 -> a%4g%g4%4G%/0%:0%@0%`0");
-    for (unsigned seed = 0; seed < 300; ++seed) {
-        std::mt19937 random(seed);
-        I18NString text;
-        for (int i = 0; i < 20; ++i)
-            text.append(static_cast<I18NCodePoint>(random() % (i % 2 ? 0x80 : 0x10FFFF)));
-        EXPECT_EQ(AQE_UrlDecode(AQE_UrlEncode(text)), text) << "seed " << seed;
-    }
 }
 
-TEST(MacroBuiltIns, BuildArrays) {
+TEST(MacroBuiltIns, BuildJoinSplitSortAndListArrays) {
     CheckRows(Value, "show(array()) -> []", "show(array('a', array('b', 'c'), '', 'd')) -> ['a', 'b', 'c', '', 'd']",
-              "show(array(map(), myfunc(), array(), odd(), @l)) -> ['it's', 'a', 'b', 'a', 'b']");
-}
-
-TEST(MacroBuiltIns, JoinAndSplit) {
-    CheckRows(Value, "join(', ', array('a', 'b', '')) -> a, b, ", "join('', @l) -> bab", "join(',', 'a,b') -> a,b",
-              "join(',', array()) -> ", "join(',', array('', '')) -> ,", "join(',', map()) -> ",
-              "join(',', myfunc()) -> ", "join(',', odd()) -> ,it's,a", "show(split(',', 'a,,b')) -> ['a', '', 'b']",
-              "show(split(',', '')) -> ['']", "show(split(',', 'a')) -> ['a']",
-              "show(split(',', ',a,')) -> ['', 'a', '']", "show(split('aa', 'aaabaa')) -> ['', 'ab', '']",
-              "show(split('abc', 'ab')) -> ['ab']", "show(split('', 'ab')) -> ['ab']",
-              "show(split('é', 'aéèéé€')) -> ['a', 'è', '', '€']",
+              "show(array(map(), myfunc(), array(), odd(), @l)) -> ['it's', 'a', 'b', 'a', 'b']",
+              "join(', ', array('a', 'b', '')) -> a, b, ", "join('', @l) -> bab", "join(',', array('', '')) -> ,",
+              "join(',', map()) -> ", "join(',', myfunc()) -> ", "join(',', odd()) -> ,it's,a",
+              "show(split(',', 'a,,b')) -> ['a', '', 'b']", "show(split(',', '')) -> ['']",
+              "show(split('aa', 'aaabaa')) -> ['', 'ab', '']", "show(split('abc', 'ab')) -> ['ab']",
+              "show(split('', 'ab')) -> ['ab']", "show(split('é', 'aéèéé€')) -> ['a', 'è', '', '€']",
               "show(split(',', array('a,b', 'c', ''))) -> ['a', 'b', 'c', '']",
-              R"(show(split("'", odd())) -> ['it', 's', 'a'])", "show(split(',', map())) -> []",
-              "show(split(',', myfunc())) -> []", R"(join() -> 0x35dc6529("join") :3511)",
+              R"(show(split("'", odd())) -> ['it', 's', 'a'])", "show(split(',', myfunc())) -> []",
               R"(join(',') -> 0x35dc6529("join") :3511)", R"(join(@l, 'a', 'b') -> 0x35dc6529("join") :3511)",
               R"(join(@l, 'a') -> 0x35d7cf2c("join", "1", "array", "string") :3512)",
-              R"(join(map(), map()) -> 0x35d7cf2c("join", "1", "map", "string") :3512)",
-              R"(split() -> 0x35dc6529("split") :3521)", R"(split(@l) -> 0x35dc6529("split") :3521)",
-              R"(split(',', 'a', 'b') -> 0x35dc6529("split") :3521)",
-              R"(split(myfunc(), 'a') -> 0x35d7cf2c("split", "1", "unknown", "string") :3522)");
-}
-
-TEST(MacroBuiltIns, SortAndUnique) {
-    CheckRows(Value, "show(sort(@l)) -> ['a', 'b', 'b']",
+              R"(split(@l) -> 0x35dc6529("split") :3521)", R"(split(',', 'a', 'b') -> 0x35dc6529("split") :3521)",
+              R"(split(myfunc(), 'a') -> 0x35d7cf2c("split", "1", "unknown", "string") :3522)",
+              "show(sort(@l)) -> ['a', 'b', 'b']",
               "show(sort(split(' ', 'é zz  z B a 10 9 \U0001F600 \uFFFD'))) -> ['', '10', '9', 'B', 'a', 'z', 'zz', "
               "'é', '\uFFFD', '\U0001F600']",
-              "show(sort(odd())) -> ['a', 'it's']", "show(sort(array())) -> []", "show(unique(@l)) -> ['b', 'a']",
-              "show(unique(split(' ', 'b  A a  b '))) -> ['b', '', 'A', 'a']", "show(unique(odd())) -> ['it's', 'a']",
-              "show(unique(array())) -> []", R"(sort() -> 0x35dc6529("sort") :3541)",
+              "show(sort(odd())) -> ['a', 'it's']", "show(unique(split(' ', 'b  A a  b '))) -> ['b', '', 'A', 'a']",
+              "show(unique(odd())) -> ['it's', 'a']",
+
               R"(sort(@l, @l) -> 0x35dc6529("sort") :3541)",
               R"(sort('a') -> 0x35d7cf2c("sort", "1", "string", "array") :3542)",
-              R"(unique() -> 0x35dc6529("unique") :3551)", R"(unique(@l, 'a') -> 0x35dc6529("unique") :3551)",
-              R"(unique(map()) -> 0x35d7cf2c("unique", "1", "map", "array") :3552)");
-}
-
-TEST(MacroBuiltIns, WriteSeparatedLists) {
-    CheckRows(Value, R"(csv(array("it's", '')) -> 'it''s','')", R"(csv(array('a', 'b"'), ';', '"') -> "a";"b""")",
+              R"(unique(@l, 'a') -> 0x35dc6529("unique") :3551)",
+              R"(unique(map()) -> 0x35d7cf2c("unique", "1", "map", "array") :3552)",
+              R"(csv(array("it's", '')) -> 'it''s','')", R"(csv(array('a', 'b"'), ';', '"') -> "a";"b""")",
               "csv(@l, '') -> 'b''a''b'", "csv(array('a<>b<', 'aaa'), '|', '<>') -> <>a<><>b<<>|<>aaa<>",
               "csv(array('aaa'), ',', 'aa') -> aaaaaaaaa", "csv(odd()) -> 'it''s','a'", "csv(array()) -> ",
               "csv(array('', 'a', '', 'b'), ',', '') -> a,,b", R"(csv() -> 0x35d02632("csv", "0", "1") :3571)",
@@ -164,25 +120,18 @@ TEST(MacroBuiltIns, WriteSeparatedLists) {
 }
 
 // Each word stands behind + if the pattern keeps it, else behind -; the negated pattern keeps the others.
-struct Row {
-    const char *pattern, *words;
-};
-
-void CheckKept(std::initializer_list<Row> rows) {
+void CheckKept(std::initializer_list<std::pair<const char*, const char*>> rows) {
     for (const auto& [pattern, words] : rows) {
-        std::string all;
-        std::string expected[2];
-        const std::string marked = std::string(words) + " ";
-        for (std::size_t at = 0, end; at < marked.size(); at = end + 1) {
-            end = marked.find(' ', at);
-            const std::string word = marked.substr(at + 1, end - at - 1);
-            all += (at ? " " : "") + word;
-            std::string& kept = expected[marked[at] == '-'];
-            kept += (kept.empty() ? "'" : ", '") + word + "'";
+        std::string all, expected[2];
+        std::istringstream in(words);
+        for (std::string word; in >> word;) {
+            all += " " + word.substr(1);
+            std::string& kept = expected[word[0] == '-'];
+            kept += (kept.empty() ? "'" : ", '") + word.substr(1) + "'";
         }
         const std::string block = "show(grep($p, split(' ', $q)))";
-        EXPECT_EQ(ValueWith(pattern, all, block), "[" + expected[0] + "]") << pattern;
-        EXPECT_EQ(ValueWith(std::string("!") + pattern, all, block), "[" + expected[1] + "]") << pattern;
+        EXPECT_EQ(ValueWith(pattern, all.substr(1), block), "[" + expected[0] + "]") << pattern;
+        EXPECT_EQ(ValueWith(std::string("!") + pattern, all.substr(1), block), "[" + expected[1] + "]") << pattern;
     }
 }
 
@@ -201,16 +150,13 @@ TEST(MacroPatterns, KeepWhatMatches) {
 
 TEST(MacroPatterns, ReplaceOneMatch) {
     CheckRows(Value, "substitute('', 'X', 'abc') -> Xabc", "substitute('$', 'X', 'abc') -> abcX",
-              "substitute('^', 'X', '') -> X", "substitute('^$', 'X', 'a') -> a",
               "substitute('b', 'X', 'abcabc') -> aXcabc", "substitute('b', 'bb', 'bb') -> bbb",
               "substitute('bc', '', 'abcbc') -> abc", "substitute('^ab', 'X', 'abab') -> Xab",
               "substitute('^b', 'X', 'abb') -> abb", "substitute('ab$', 'X', 'abxab') -> abxX",
-              "substitute('^ab$', 'X', 'ab') -> X", "substitute('^ab$', 'X', 'abab') -> abab",
-              "substitute('!b', 'X', 'abc') -> aXc", "substitute('!b', 'X', 'ac') -> ac",
-              R"(substitute('é', '\1$&^', 'aéè') -> a\1$&^è)", "substitute('€$', 'è', 'é€€') -> é€è",
-              "show(substitute('b', 'X', @l)) -> ['X', 'a', 'X']",
+              "substitute('^ab$', 'X', 'abab') -> abab", "substitute('!b', 'X', 'abc') -> aXc",
+              "substitute('!b', 'X', 'ac') -> ac", R"(substitute('é', '\1$&^', 'aéè') -> a\1$&^è)",
+              "substitute('€$', 'è', 'é€€') -> é€è", "show(substitute('b', 'X', @l)) -> ['X', 'a', 'X']",
               "show(substitute('a', 'X', odd())) -> ['it's', 'X']");
-    CheckAnswersNull({"substitute('a', 'b', map())", "substitute('a', 'b', myfunc())"});
 }
 
 TEST(MacroPatterns, RefuseWhatTheyDontKnow) {
@@ -220,8 +166,7 @@ TEST(MacroPatterns, RefuseWhatTheyDontKnow) {
         for (const std::string name : {"grep", "substitute"})
             EXPECT_EQ(ValueWith(pattern, "", name == "grep" ? "grep($p, 'no array')" : "substitute($p, @l, map())"),
                       "0x35d7b2b8(\"" + pattern + "\", \"" + name + "\") :3601");
-    CheckRows(Value, R"(grep() -> 0x35d02632("grep", "0", "2") :3531)",
-              R"(grep('.') -> 0x35d02632("grep", "1", "2") :3531)",
+    CheckRows(Value, R"(grep('.') -> 0x35d02632("grep", "1", "2") :3531)",
               R"(grep('.', @l, 'a') -> 0x35d21983("grep", "3", "2") :3532)",
               R"(grep(@l, 'a') -> 0x35d7cf2c("grep", "1", "array", "string") :3533)",
               R"(grep('a', 'a') -> 0x35d7cf2c("grep", "2", "string", "array") :3534)",

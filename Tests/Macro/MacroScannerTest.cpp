@@ -1,10 +1,6 @@
 // The division of a text into tokens. The scanner stands alone here: where the parser would have it read a name in
 // brackets, the helper does.
 #include <cctype>
-#include <string>
-#include <string_view>
-
-#include <gtest/gtest.h>
 
 #include "QMMacroGrammar.h"
 #include "QMMacroParserPool.h"
@@ -14,8 +10,7 @@
 
 namespace {
 
-using brindle_test::CheckRows;
-using brindle_test::FailureOf;
+using namespace brindle_test;
 using ECondition = QMX_MacroExpanderLexer::ECondition;
 
 // The tokens' numbers, and behind them "<plain text>", "<string's value>" or "<name>"; or the failure.

@@ -1,10 +1,8 @@
 // Critical sections, counted objects and the two kinds of handles.
-#include <atomic>
 #include <chrono>
+#include <future>
 #include <ios>
 #include <thread>
-#include <type_traits>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -16,84 +14,46 @@
 
 namespace {
 
-constinit ZBLThreadCriticalSection staticSection;
+constinit ZBLThreadCriticalSection plain;
 
 // Whether another thread can enter. If the caller holds the section, then once.
 bool isFree(ZBLThreadCriticalSection& section) {
-    std::atomic<bool> entered = false;
-    std::thread other([&] {
-        const ZBLThreadGuard guard(section);
-        entered = true;
-    });
-    for (int wait = 0; wait < 30 && !entered; ++wait)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    const bool free = entered;
+    const auto other = std::async(std::launch::async, [&] { const ZBLThreadGuard guard(section); });
+    const bool free = other.wait_for(std::chrono::milliseconds(30)) == std::future_status::ready;
     if (!free) section.leave();
-    other.join();
+    other.wait();
     if (!free) section.enter();
     return free;
 }
 
-TEST(CriticalSection, SecondEntryOnOneThread) {
-    ZBLThreadCriticalSection plain;
+TEST(CriticalSection, EntriesAreCounted) {
+    ZBLThreadCriticalSection recursive(1);
     plain.enter();
     EXPECT_THROW(plain.enter(), ZBLAssertError);
     EXPECT_FALSE(isFree(plain));
     plain.leave();
     EXPECT_TRUE(isFree(plain));
 
-    ZBLThreadCriticalSection recursive(1);
-    for (int depth = 0; depth < 3; ++depth)
-        recursive.enter();
+    recursive.enter();
+    recursive.enter();
     std::thread([&] { EXPECT_THROW(recursive.leave(), ZBLAssertError); }).join();
-    for (int depth = 0; depth < 2; ++depth)
-        recursive.leave();
-    EXPECT_FALSE(isFree(recursive));
-    recursive.leave();
-    EXPECT_TRUE(isFree(recursive));
-    EXPECT_THROW(recursive.leave(), ZBLAssertError);
-}
-
-TEST(CriticalSection, GuardLeavesOnce) {
-    ZBLThreadCriticalSection section(1);
-    section.enter();
     {
-        ZBLThreadGuard guard(section);
+        ZBLThreadGuard guard(recursive);
         guard.release();
         guard.release();
     }
-    EXPECT_FALSE(isFree(section)); // the outer entry still stands
-    section.leave();
-    EXPECT_THROW(throw(ZBLThreadGuard(section), 1), int);
-    EXPECT_TRUE(isFree(section));
+    recursive.leave();
+    EXPECT_FALSE(isFree(recursive)); // the outer entry still stands
+    recursive.leave();
+    EXPECT_THROW(recursive.leave(), ZBLAssertError);
+    EXPECT_THROW(throw(ZBLThreadGuard(recursive), 1), int);
+    EXPECT_TRUE(isFree(recursive));
 }
 
-TEST(CriticalSection, OnlyOneThreadAtATime) {
-    long count = 0;
-    const unsigned long mine = ZBLThread::currentThreadId();
-    std::vector<std::thread> threads;
-    for (int number = 0; number < 4; ++number) {
-        threads.emplace_back([&count, mine] {
-            EXPECT_NE(ZBLThread::currentThreadId(), mine);
-            for (int round = 0; round < 2000; ++round) {
-                const ZBLThreadGuard guard(staticSection);
-                ++count;
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(count, 8000);
-}
-
-int livingObjects = 0;
+int deletedObjects = 0;
 
 struct Counted : ZBLReferenceCount {
-    Counted() { ++livingObjects; }
-    Counted(const Counted& other) : ZBLReferenceCount(other) { ++livingObjects; }
-    Counted& operator=(const Counted&) = default;
-    ~Counted() override { --livingObjects; }
-
+    ~Counted() override { ++deletedObjects; }
     ZBLSmartPointer<Counted> next;
 };
 
@@ -108,27 +68,22 @@ TEST(SmartPointer, CountsAndKeepsWhatItTakes) {
     EXPECT_EQ(pointer->getReferenceCount(), 1);
     pointer->next = new Counted;
     pointer = pointer->next; // the object that goes holds the source
-    EXPECT_EQ(livingObjects, 2);
+    EXPECT_EQ(deletedObjects, 1);
     const ZBLSmartPointer<Counted> moved = std::move(pointer);
     EXPECT_TRUE(pointer.isNull() && pointer != moved);
-    EXPECT_EQ(moved->addReference(), 2);
-    EXPECT_EQ(moved->removeReference(), 1);
 }
 
 struct Base {
-    virtual ~Base() { --livingObjects; }
+    virtual ~Base() { ++deletedObjects; }
     long fill = 0;
 };
 struct Derived : std::ios_base::failure, Base { // so that a Base has another address than its Derived
-    Derived() : failure("") { ++livingObjects; }
+    Derived() : failure("") {}
     AUT_RefPtr<Base> next;
 };
 
-static_assert(!std::is_convertible_v<AUT_RefPtr<Base>, AUT_RefPtr<Derived>>);
-static_assert(!std::is_convertible_v<Base*, AUT_RefPtr<Base>>);
-
 TEST(RefPtr, LastHandleDeletesThroughTheBase) {
-    livingObjects = 0;
+    deletedObjects = 0;
     AUT_RefPtr<const Base> last;
     {
         AUT_RefPtr<Derived> first(new Derived);
@@ -139,11 +94,11 @@ TEST(RefPtr, LastHandleDeletesThroughTheBase) {
         const AUT_RefPtr<Derived> moved = std::move(first);
         EXPECT_TRUE(first.isNull() && !first && moved);
     }
-    EXPECT_EQ(livingObjects, 2);
+    EXPECT_EQ(deletedObjects, 0);
     last = static_cast<const Derived&>(*last).next; // the object that goes holds the source
-    EXPECT_EQ(livingObjects, 1);
+    EXPECT_EQ(deletedObjects, 1);
     last = AUT_RefPtr<Base>(static_cast<Base*>(nullptr));
-    EXPECT_EQ(livingObjects, 0);
+    EXPECT_EQ(deletedObjects, 2);
 }
 
 } // namespace

@@ -1,11 +1,10 @@
-// A failure as one line that holds all a caller can see of it, so that a row of a table pins the whole:
+// A failure as one line that holds all a caller can see of it:
 //
 //     EXPECT_EQ(FailureOf([&] { expander.Expand("#$#", nullptr); }),
 //               R"(QEExceptionExtended 901 0x35df687a(4, "#$#") @4 macro Source/QUYyError:251)");
 //
-// "@4 macro" is position and macro flag, which only QEExceptionExtended has; the last word is the place of the throw.
-// What every failure of the library has in common is left out, and shown in brackets where it is otherwise: severity
-// error, messages of "qemsgs", one entry in the back-trace by ZBL_THROW of "QE", no end position.
+// "@4 macro" is the position and macro flag of a QEExceptionExtended, the last word the place of the throw. What is
+// otherwise than usual stands in brackets: not severity error, "qemsgs", no end position, thrown by "QE"'s ZBL_THROW.
 #pragma once
 
 #include <cstdio>
@@ -18,20 +17,16 @@
 
 namespace brindle_test {
 
-// Texts in quotes, numbers as they are.
-inline std::string DescribeParameter(const ZBLMessageParm& parameter) {
-    const std::string text(parameter.asText().bytes());
-    return parameter.getKind() == ZBLMessageParm::String ? '"' + text + '"' : text;
-}
-
 inline std::string DescribeMessage(const ZBLMessageBase& message) {
     const auto* const components = dynamic_cast<const ZBLMessageComponents*>(&message);
     if (!components) return "[text]" + std::string(message.format().bytes());
     char number[24];
     std::snprintf(number, sizeof number, "0x%lx(", components->getNumber());
     std::string line = number;
-    for (const ZBLMessageParm& parameter : components->getParameters())
-        line += (line.back() == '(' ? "" : ", ") + DescribeParameter(parameter);
+    for (const ZBLMessageParm& parameter : components->getParameters()) {
+        const char* const quote = parameter.getKind() == ZBLMessageParm::String ? "\"" : "";
+        line += (line.back() == '(' ? "" : ", ") + (quote + std::string(parameter.asText().bytes())) + quote;
+    }
     if (!(components->getFile() == "qemsgs")) line = "[" + std::string(components->getFile().bytes()) + "]" + line;
     return line + ")";
 }
@@ -55,8 +50,7 @@ inline std::string DescribeFailure(const ZBLException& failure) {
     return line;
 }
 
-// The failure that the call ends in, a thrown text or the text of another standard exception behind its kind, or
-// "nothing thrown".
+// The failure that the call ends in, with a kind in front of any that is not the library's; or "nothing thrown".
 template <class Call>
 std::string FailureOf(Call&& call) {
     try {

@@ -1,14 +1,12 @@
-// Parameters for an expansion, written as a table:
+// Parameters for an expansion, written as a table; a plain name belongs to "_env", a name given twice has two values:
 //
-//     Parameters parameters{{"year", "2024"}, {"list", "a"}, {"list", "b"}, {"m{key}", "value"}};
-//     expander.Expand(text, parameters.Get());
+//     Parameters parameters{{"year", "2024"}, {"list", "a"}, {"list", "b"}, {"map{key}", "value"}};
 #pragma once
 
 #include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "PlatformHooks.h"
 
@@ -17,8 +15,7 @@
 
 namespace brindle_test {
 
-// A plain name belongs to "_env", "map{key}" to that map; a name given twice has two values. Allows several values for
-// the whole process.
+// Allows several values for the whole process.
 class Parameters {
 public:
     Parameters(std::initializer_list<std::pair<const char*, const char*>> rows = {}) {
@@ -30,23 +27,18 @@ public:
     void Set(const std::string& name, const I18NString& value) {
         const std::size_t curly = name.find('{');
         const bool isPlain = curly == std::string::npos || name.back() != '}';
-        const I18NString mapName = isPlain ? "_env" : name.substr(0, curly).c_str();
-        const I18NString key = isPlain ? name.c_str() : name.substr(curly + 1, name.size() - curly - 2).c_str();
-        Map(mapName).Set(mapName, key, value);
+        const std::string mapName = isPlain ? "_env" : name.substr(0, curly);
+        const std::string key = isPlain ? name : name.substr(curly + 1, name.size() - curly - 2);
+        std::unique_ptr<AQU_ParameterMapApp>& map = m_maps[mapName];
+        if (!map)
+            m_coordinator->AddParameterMap((map = std::make_unique<AQU_ParameterMapApp>(mapName.c_str(), 0)).get());
+        map->Set(mapName.c_str(), key.c_str(), value);
     }
 
     AQU_I_ParameterAccessCoordinator* Get() const { return m_coordinator.get(); }
 
 private:
-    AQU_ParameterMapApp& Map(const I18NString& name) {
-        for (const auto& [mapName, map] : m_maps)
-            if (mapName == name) return *map;
-        m_maps.emplace_back(name, std::make_unique<AQU_ParameterMapApp>(name, 0));
-        m_coordinator->AddParameterMap(m_maps.back().second.get());
-        return *m_maps.back().second;
-    }
-
-    std::vector<std::pair<I18NString, std::unique_ptr<AQU_ParameterMapApp>>> m_maps;
+    std::map<std::string, std::unique_ptr<AQU_ParameterMapApp>> m_maps;
     std::unique_ptr<AQU_I_ParameterAccessCoordinator> m_coordinator{AQU_I_ParameterAccessCoordinator::Create()};
 };
 

@@ -1,27 +1,21 @@
-// The streams are unnamed files, so that neither side ever waits for the other; only the terminal is a pair, and what
-// goes there must fit its buffer.
+// The streams are unnamed files, so that neither side ever waits for the other.
 #include "Support/Process.h"
 
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
 
-#include <fcntl.h>
-#include <pty.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using OwnedFile = std::unique_ptr<std::FILE, Closer>;
+using OwnedFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 OwnedFile Owned(std::FILE* file) {
     if (file == nullptr) throw std::runtime_error("no file for the streams of a process");
-    return OwnedFile(file);
+    return {file, std::fclose};
 }
 
 std::string ContentOf(std::FILE* file) {
@@ -51,16 +45,7 @@ ProcessResult RunProcess(const ProcessRequest& request) {
     const OwnedFile input = Owned(std::tmpfile());
     const OwnedFile output =
         Owned(request.outputFile.empty() ? std::tmpfile() : std::fopen(request.outputFile.c_str(), "wb"));
-    OwnedFile errors = Owned(std::tmpfile());
-    OwnedFile terminal;
-    if (request.errorsToTerminal) {
-        int master = -1;
-        int slave = -1;
-        if (openpty(&master, &slave, nullptr, nullptr, nullptr) != 0) throw std::runtime_error("no terminal");
-        terminal = Owned(fdopen(slave, "w"));
-        errors = Owned(fdopen(master, "r"));
-        fcntl(master, F_SETFL, O_NONBLOCK);
-    }
+    const OwnedFile errors = Owned(std::tmpfile());
     std::fwrite(request.input.data(), 1, request.input.size(), input.get());
     std::rewind(input.get());
 
@@ -68,9 +53,8 @@ ProcessResult RunProcess(const ProcessRequest& request) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, fileno(input.get()), STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, fileno(output.get()), STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, fileno(terminal ? terminal.get() : errors.get()), STDERR_FILENO);
-    std::vector<std::string> arguments = request.arguments;
-    std::vector<std::string> settings = request.settings;
+    posix_spawn_file_actions_adddup2(&actions, fileno(errors.get()), STDERR_FILENO);
+    std::vector<std::string> arguments = request.arguments, settings = request.settings;
     for (char** inherited = environ; *inherited != nullptr; ++inherited)
         settings.emplace_back(*inherited);
     pid_t process = -1;

@@ -18,7 +18,6 @@ struct ProcessRequest {
     std::vector<std::string> arguments; // the program's path first
     std::string input = {};
     std::string outputFile = {};            // takes standard output in place of the result
-    bool errorsToTerminal = false;          // standard error is a terminal, whose line ends are CR LF
     std::vector<std::string> settings = {}; // NAME=VALUE, in front of the environment
 };
 

@@ -10,7 +10,7 @@
 
 namespace brindle_test {
 
-// Calls the function with what stands before the first arrow of each row; its answer, a text, must be what follows.
+// What stands before the first arrow goes into the function; its answer must be what follows.
 template <class Function, class... Rows>
 void CheckRows(Function function, const Rows&... rows) {
     constexpr std::string_view arrow = " -> ";

@@ -31,19 +31,16 @@ public:
         if (done.node != node || node->GetParent() != m_open.back().node) line += '!';
         line += done.head + done.line + done.tail;
     }
-    void VisitOpExpression(AQM_MacroExprNode* node) override { Note(node->GetOpCode(), "", "", "[", "]"); }
-    void VisitOpLiteral(EMacroOpCode op, const I18NString& text) override { Note(op, "'", text, "'"); }
-    void Binary(EMacroOpCode op) override { Note(op, "", std::to_string(op).c_str(), "(", ")"); }
+    void VisitOpExpression(AQM_MacroExprNode* node) override { Note(node->GetOpCode(), "", "", "[]"); }
+    void VisitOpLiteral(EMacroOpCode op, const I18NString& text) override { Note(op, "'", text + "'"); }
+    void Binary(EMacroOpCode op) override { Note(op, "", std::to_string(op).c_str(), "()"); }
     void VisitOpFunction(AQM_MacroExprNode* node, int count, const I18NString& name) override {
-        const bool isRight = node->GetChildren().size() == static_cast<std::size_t>(count);
-        Note(node->GetOpCode(), isRight ? "" : "?", name, "(", ")");
+        Note(node->GetOpCode(), static_cast<int>(node->GetChildren().size()) == count ? "" : "?", name, "()");
     }
     void VisitOpParameterLookup(EMacroOpCode op, const I18NString& name) override { Note(op, "$", name); }
     void VisitOpParameterLookupArray(EMacroOpCode op, const I18NString& name) override { Note(op, "@", name); }
-    void VisitOpParameterMapLookup(EMacroOpCode op, const I18NString& name) override { Note(op, "$", name, "{", "}"); }
-    void VisitOpParameterMapLookupArray(EMacroOpCode op, const I18NString& name) override {
-        Note(op, "@", name, "{", "}");
-    }
+    void VisitOpParameterMapLookup(EMacroOpCode op, const I18NString& name) override { Note(op, "$", name, "{}"); }
+    void VisitOpParameterMapLookupArray(EMacroOpCode op, const I18NString& name) override { Note(op, "@", name, "{}"); }
     void VisitOpParameterMapRef(EMacroOpCode op, const I18NString& name) override { Note(op, "%", name); }
 
 private:
@@ -52,11 +49,10 @@ private:
         std::string head, line, tail;
     };
 
-    void Note(EMacroOpCode op, const char* sigil, const I18NString& text, const char* open = "",
-              const char* close = "") {
+    void Note(EMacroOpCode op, const std::string& sigil, const I18NString& text, const std::string& pair = "") {
         Open& top = m_open.back();
-        top.head = (op == top.node->GetOpCode() ? "" : "?") + std::string(sigil) + std::string(text.bytes()) + open;
-        top.tail = close;
+        top.head = (op == top.node->GetOpCode() ? "" : "?") + sigil + std::string(text.bytes()) + pair.substr(0, 1);
+        top.tail = pair.substr(pair.size() / 2);
     }
 
     std::vector<Open> m_open;

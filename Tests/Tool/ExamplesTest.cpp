@@ -1,23 +1,18 @@
 // Every query of Examples/sales expands to the text beside it, and its blocks with their values rebuild that text.
-#include <map>
-
 #include <nlohmann/json.hpp>
 
 #include "Tool/ToolFixture.h"
 
 namespace {
 
-class ExamplesTest : public ToolTest {};
-
-TEST_F(ExamplesTest, QueriesExpandToTheTextsBesideThem) {
+TEST_F(ToolTest, ExampleQueriesExpandToTheTextsBesideThem) {
     std::filesystem::current_path(BRINDLE_TEST_SOURCE_DIR "/Examples/sales");
-    std::size_t count = 0;
+    int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(".")) {
         if (entry.path().extension() != ".json") continue;
         ++count;
         const std::string stem = entry.path().stem().string();
-        const std::string text = Read(stem + ".sql");
-        const std::string expected = Read(stem + ".expected.sql");
+        const std::string text = Read(stem + ".sql"), expected = Read(stem + ".expected.sql");
         EXPECT_NE(expected, text) << stem;
         Check({{{"check", stem + ".sql"}, "", {0, "", ""}},
                {{"expand", stem + ".sql", "--params", stem + ".json"}, "", {0, expected, ""}}});
@@ -32,7 +27,7 @@ TEST_F(ExamplesTest, QueriesExpandToTheTextsBesideThem) {
         }
         EXPECT_EQ(rebuilt + text.substr(copied), expected) << stem;
     }
-    EXPECT_GE(count, 7u);
+    EXPECT_GE(count, 7);
 }
 
 } // namespace

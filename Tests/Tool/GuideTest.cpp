@@ -1,8 +1,6 @@
-// The examples of the pages can't lie: each is taken out of its page and run. In Docs/macros.md a box "```macro" has
-// lines
-// "$name = text", "@name = one | two", "$map{key} = text" and then "text  ->  result", where a result "failure: ..." is
-// the message of the failure. On every page indented lines that begin with "$ " are what is typed into a shell.
-#include <map>
+// The examples of the pages are taken out of them and run. In Docs/macros.md a box "```macro" has lines "$name = text",
+// "@name = one | two", "$map{key} = text" and then "text  ->  result", where a result can be "failure: ..." with its
+// message. On every page indented lines that begin with "$ " are what is typed into a shell.
 #include <sstream>
 
 #include "ZBLCore/ZBLException.h"
@@ -16,12 +14,10 @@ namespace {
 
 using brindle_test::Parameters;
 
-class GuideTest : public ToolTest {
-protected:
-    static std::istringstream Page(const std::string& name) {
-        return std::istringstream(Read(BRINDLE_TEST_SOURCE_DIR "/" + name) + "\n\n");
-    }
-};
+std::istringstream Page(const std::string& name) {
+    std::ifstream page(BRINDLE_TEST_SOURCE_DIR "/" + name);
+    return std::istringstream(std::string(std::istreambuf_iterator<char>(page), {}) + "\n\n");
+}
 
 std::string Outcome(const std::string& text, const Parameters& parameters) {
     try {
@@ -41,9 +37,9 @@ void SetParameter(Parameters& parameters, const std::string& line) {
     }
 }
 
-TEST_F(GuideTest, EveryExampleOfTheLanguageComesOutAsItSays) {
+TEST_F(ToolTest, EveryExampleOfTheLanguageComesOutAsItSays) {
     const std::string arrow = "  ->";
-    std::map<std::string, int> examples; // with the function that is called; "" counts all
+    int count = 0;
     std::istringstream page = Page("Docs/macros.md");
     std::unique_ptr<Parameters> parameters; // inside of a box
     for (std::string line; std::getline(page, line);) {
@@ -53,20 +49,17 @@ TEST_F(GuideTest, EveryExampleOfTheLanguageComesOutAsItSays) {
         } else if (parameters && text.size() < line.size()) {
             const std::string outcome = Outcome(text, *parameters);
             EXPECT_EQ(line, text + arrow + (outcome.empty() ? "" : "  ") + outcome);
-            for (const char* const call : {"", "sq(", "dq(", "sb(", "csv(", "array(", "sort(", "grep(", "substitute(",
-                                           "unique(", "split(", "join(", "urlencode("})
-                examples[call] += text.find(call) != text.npos;
+            ++count;
         } else if (parameters && !line.empty()) {
             SetParameter(*parameters, line);
         }
     }
-    EXPECT_GE(examples[""], 46);
-    for (const auto& [call, count] : examples)
-        EXPECT_GE(count, 2) << call;
+    EXPECT_GE(count, 46);
 }
 
-TEST_F(GuideTest, EveryDialogueComesOutAsItSays) {
-    const std::string setUp = "exec 2>&1; PATH=$(dirname " BRINDLE_TOOL_PROGRAM "):$PATH; ";
+TEST_F(ToolTest, EveryDialogueComesOutAsItSays) {
+    const std::string setUp =
+        "exec 2>&1; export BRINDLE_SETTINGS=/none; PATH=$(dirname " BRINDLE_TOOL_PROGRAM "):$PATH; ";
     for (const auto& [name, expectedCount] : {std::pair("Docs/macros.md", 3), std::pair("README.md", 2)}) {
         int count = 0;
         std::string command, answer;
@@ -74,9 +67,7 @@ TEST_F(GuideTest, EveryDialogueComesOutAsItSays) {
         for (std::string line = "-"; page; line.clear(), std::getline(page, line)) {
             const bool begins = line.starts_with("    $ ");
             if (!command.empty() && (begins || !line.starts_with("    "))) {
-                ProcessRequest request{.arguments = {"/bin/bash", "-c", setUp + command},
-                                       .settings = {"BRINDLE_SETTINGS=/none"}};
-                const std::string actual = RunProcess(request).output;
+                const std::string actual = RunProcess({.arguments = {"/bin/bash", "-c", setUp + command}}).output;
                 EXPECT_EQ(actual + (actual.ends_with('\n') ? "" : "\n"), answer) << name << ": " << command;
                 command.clear(), answer.clear(), ++count;
             }

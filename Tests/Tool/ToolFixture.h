@@ -32,9 +32,7 @@ protected:
 
     static ProcessRequest Request(std::vector<std::string> arguments, std::string input = "") {
         arguments.insert(arguments.begin(), BRINDLE_TOOL_PROGRAM);
-        return {.arguments = std::move(arguments),
-                .input = std::move(input),
-                .settings = {"BRINDLE_SETTINGS=/none", "TERM=xterm", "NO_COLOR="}};
+        return {.arguments = std::move(arguments), .input = std::move(input), .settings = {"BRINDLE_SETTINGS=/none"}};
     }
 
     static void Check(const std::vector<ToolCase>& cases) {

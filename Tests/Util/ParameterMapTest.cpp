@@ -1,4 +1,3 @@
-// The map that an application fills itself.
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -16,24 +15,16 @@ TEST(ParameterMapApp, ForeignMapNameIsRefusedAndChangesNothing) {
     AQU_ParameterMapApp map("mine", 7);
     Strings values{"before"};
     Entries entries;
-    EXPECT_EQ(map.GetDefault("mine", values[0]), 1);
-    EXPECT_EQ(values, Strings{""});
-    for (const char* text : {"a", "b"})
-        map.SetDefault("mine", text);
+    map.SetDefault("mine", "a");
     map.SetDefault("other", "d");
     map.Set("mine", "k", "v");
     // Without a map name the question goes to "_env", which this map does not serve either.
     std::ostringstream results;
-    results << map.Get("other", "k", values[0]) << map.Get("other", "k", values) << map.GetDefault("other", values[0])
-            << map.GetDefault("other", values) << map.GetAllEntries("other", entries) << map.Set("other", "k", "x")
-            << map.Delete("other", "k") << map.Get("k", values[0]) << map.Get("k", values) << map.Set("k", "x")
-            << map.Delete("k");
-    EXPECT_EQ(results.str(), "-2-2-2-2-2-2-2-2-2-2-2");
-    EXPECT_EQ(map.GetDefault("mine", values), 1);
-    EXPECT_EQ(values, (Strings{"", "a", "b"}));
-    EXPECT_EQ(map.GetDefault("mine", values[0]), 1);
-    EXPECT_EQ(values[0], "b");
-    EXPECT_EQ(map.GetAllEntries("mine", entries), 1);
+    results << map.Get("other", "k", values) << map.GetDefault("other", values) << map.GetAllEntries("other", entries)
+            << map.Set("other", "k", "x") << map.Delete("other", "k") << map.Set("k", "x") << map.Delete("k");
+    EXPECT_EQ(results.str(), "-2-2-2-2-2-2-2");
+    EXPECT_EQ(map.GetDefault("mine", values) + map.GetAllEntries("mine", entries), 2);
+    EXPECT_EQ(values, (Strings{"before", "a"}));
     EXPECT_EQ(entries, (Entries{{"k", "v"}}));
 }
 
@@ -51,14 +42,13 @@ TEST(ParameterMapApp, OptionReadAtEachSetDecidesWhetherEarlierValuesStay) {
     EXPECT_EQ(valuesAfter("0", "a"), (Strings{"a", "a"}));
     EXPECT_EQ(valuesAfter("0", "b"), (Strings{"b", "b"}));
     EXPECT_EQ(valuesAfter("1", "a"), (Strings{"a", "b", "a"}));
-    EXPECT_EQ(valuesAfter("0", "c"), (Strings{"c", "c"}));
-    EXPECT_EQ(valuesAfter("-1", "d"), (Strings{"d", "c", "d"}));
+    EXPECT_EQ(valuesAfter("-1", "c"), (Strings{"c", "b", "a", "c"}));
     Entries entries{{"kept", ""}};
     EXPECT_EQ(map.GetAllEntries("_env", entries), 1);
-    EXPECT_EQ(entries, (Entries{{"kept", ""}, {"j", "neighbour"}, {"k", "c"}, {"k", "d"}, {"l", "neighbour"}}));
+    EXPECT_EQ(entries,
+              (Entries{{"kept", ""}, {"j", "neighbour"}, {"k", "b"}, {"k", "a"}, {"k", "c"}, {"l", "neighbour"}}));
     EXPECT_EQ(map.Delete("k"), 1);
-    EXPECT_EQ(map.Delete("k"), -1);
-    EXPECT_EQ(map.Get("k", entries[0].first), -1);
+    EXPECT_TRUE(map.Delete("k") == -1 && map.Get("k", entries[0].first) == -1);
     EXPECT_EQ(entries[0].first, "kept");
 }
 
