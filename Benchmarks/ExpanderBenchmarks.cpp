@@ -4,23 +4,12 @@
 
 #include <cstdio>
 #include <exception>
-#include <string_view>
 
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 
 #include "PlatformHooks.h"
 
 int main(int argc, char** argv) {
-    char* const program = argv[0];
-    // The allocator hands large blocks back to the system, and whoever needs them next pays for fresh pages. With
-    // --keep-memory it doesn't, which leaves the work itself.
-    if (argc > 1 && std::string_view(argv[1]) == "--keep-memory") {
-        mallopt(M_MMAP_THRESHOLD, 1 << 30);
-        mallopt(M_TRIM_THRESHOLD, 1 << 30);
-        *++argv = program;
-        --argc;
-    }
     brindle_platform::overrideOption("General Options", "MultiValuesAllowed", "1");
     try {
         brindle_benchmark::RegisterQueryRuns();

@@ -27,7 +27,7 @@ constexpr std::size_t kSteps = 4;
 constexpr int kLeastRounds = 5;
 constexpr int kMostRounds = 25;
 // Rounds go on up to this time, for the rows whose runs are short.
-constexpr double kEnoughSeconds = 1.5;
+constexpr double kEnoughSeconds = 1.0;
 
 double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 

@@ -55,14 +55,14 @@ int main() {
     using namespace brindle_benchmark;
     try {
         Expand("a #$value# of #sq($value)#");
-        for (const std::size_t megabytes : {1, 4, 16}) {
+        for (const std::size_t megabytes : {1u, 4u, 16u}) {
             const std::size_t bytes = megabytes << 20;
             MeasurePlain("no blocks ascii", MakeSqlText("plain-lines.sql", bytes));
             MeasurePlain("no blocks non-ascii", Repeat("-- größere Länge überall\n", bytes));
         }
         const std::string sql = MakeSqlText("plain-lines.sql", 16 << 20);
         Measure("one block at the end", sql.size(), ToText(sql + "#$value#"), sql + "value");
-        for (const std::size_t count : {50'000, 100'000, 200'000})
+        for (const std::size_t count : {50'000u, 100'000u, 200'000u})
             MeasureTerms(count);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "benchmark-memory: %s\n", failure.what());
