@@ -1,7 +1,7 @@
 #include "QMListFunctions.h"
 
 #include <algorithm>
-#include <set>
+#include <cstdint>
 #include <utility>
 
 #include "QMMacroPattern.h"
@@ -20,6 +20,33 @@ void ForEachString(const AQM_MacroValueArray& array, const Use& use) {
 
 void AddString(AQM_MacroValueArray& array, I18NString text) {
     array.AddValue(new AQM_MacroValueString(std::move(text)));
+}
+
+// A text with what decides most comparisons beside it: its first eight bytes as a number, and its place among the
+// others. The texts lie scattered in memory, so a sort that went to each of them would wait for most.
+struct SortKey {
+    std::uint64_t head = 0;
+    const I18NString* text;
+    std::size_t index;
+
+    friend bool operator<(const SortKey& a, const SortKey& b) {
+        if (a.head != b.head) return a.head < b.head;
+        const auto order = *a.text <=> *b.text;
+        return order == 0 ? a.index < b.index : order < 0;
+    }
+};
+
+std::vector<SortKey> KeysOf(const AQM_MacroValueArray& array) {
+    std::vector<SortKey> keys;
+    keys.reserve(array.GetValues().size());
+    ForEachString(array, [&keys](const I18NString& text) {
+        std::uint64_t head = 0;
+        for (const char byte : text.bytes().substr(0, sizeof head))
+            head = head << 8 | static_cast<unsigned char>(byte);
+        head <<= 8 * (sizeof head - std::min(text.bytes().size(), sizeof head)) % 64;
+        keys.push_back({head, &text, keys.size()});
+    });
+    return keys;
 }
 
 I18NString Piece(std::string_view bytes) {
@@ -101,12 +128,11 @@ MF_Sort::MF_Sort() : MF_BuiltIn("sort", {MVT_Array}, MVT_Array) {}
 
 std::unique_ptr<AQM_MacroValue> MF_Sort::Call(const Arguments& arguments) const {
     if (arguments.Count() != 1) FailCount(3541);
-    std::vector<const I18NString*> texts;
-    ForEachString(RequireArray(arguments, 0, 3542), [&texts](const I18NString& text) { texts.push_back(&text); });
-    std::sort(texts.begin(), texts.end(), [](const I18NString* a, const I18NString* b) { return *a < *b; });
+    std::vector<SortKey> keys = KeysOf(RequireArray(arguments, 0, 3542));
+    std::sort(keys.begin(), keys.end());
     auto sorted = std::make_unique<AQM_MacroValueArray>();
-    for (const I18NString* const text : texts)
-        AddString(*sorted, *text);
+    for (const SortKey& key : keys)
+        AddString(*sorted, *key.text);
     return sorted;
 }
 
@@ -114,13 +140,15 @@ MF_Unique::MF_Unique() : MF_BuiltIn("unique", {MVT_Array}, MVT_Array) {}
 
 std::unique_ptr<AQM_MacroValue> MF_Unique::Call(const Arguments& arguments) const {
     if (arguments.Count() != 1) FailCount(3551);
-    const AQM_MacroValueArray& array = RequireArray(arguments, 0, 3552);
-    const auto less = [](const I18NString* a, const I18NString* b) { return *a < *b; };
-    std::set<const I18NString*, decltype(less)> seen(less);
+    std::vector<SortKey> keys = KeysOf(RequireArray(arguments, 0, 3552));
+    const std::vector<SortKey> inOrder = keys;
+    std::sort(keys.begin(), keys.end());
+    std::vector<bool> isRepeated(keys.size());
+    for (std::size_t i = 1; i < keys.size(); ++i)
+        isRepeated[keys[i].index] = *keys[i].text == *keys[i - 1].text;
     auto distinct = std::make_unique<AQM_MacroValueArray>();
-    ForEachString(array, [&](const I18NString& text) {
-        if (seen.insert(&text).second) AddString(*distinct, text);
-    });
+    for (const SortKey& key : inOrder)
+        if (!isRepeated[key.index]) AddString(*distinct, *key.text);
     return distinct;
 }
 

@@ -1,6 +1,9 @@
 // The built-in functions as a text sees them: what each accepts, its fixed answers, what it refuses and how. A row is
 // the inside of a block and what becomes of it. Three functions of an application help: show(x) makes any value a text,
 // map() is a value of the third type, odd() an array of such a value, "it's", null, an array of 'x', and 'a'.
+#include <array>
+#include <random>
+#include <set>
 #include <sstream>
 
 #include "AQE_UrlEncoding.h"
@@ -182,6 +185,26 @@ TEST(MacroPatterns, AndSeparatorsAreFoundInLinearTime) {
     const std::string nearly(4'000'000, 'a');
     EXPECT_TRUE(ValueWith(text, nearly + "b", "join('', split($q, $p))") == text);
     EXPECT_TRUE(ValueWith(text, nearly + "b", "substitute($q, '', $p)") == text);
+}
+
+TEST(MacroBuiltIns, SortAndUniqueDoAsOrderedContainersDo) {
+    Parameters parameters;
+    std::minstd_rand random(7);
+    std::multiset<std::string> sorted;
+    std::string unique, inOrder;
+    for (int i = 0; i < 600; ++i) {
+        std::string text;
+        for (auto left = random() % 11; left > 0; --left)
+            text += std::array{"a", "b", "\x01", "\xC3\xA9"}[random() % (i % 3 ? 4 : 1)];
+        parameters.Set("l", text.c_str());
+        if (!sorted.contains(text)) unique += "|" + text;
+        sorted.insert(text);
+    }
+    for (const std::string& text : sorted)
+        inOrder += "|" + text;
+    AQM_I_MacroExpander expander;
+    EXPECT_EQ("|" + expander.Expand("#join('|',sort(@l))#", parameters.Get()), inOrder.c_str());
+    EXPECT_EQ("|" + expander.Expand("#join('|',unique(@l))#", parameters.Get()), unique.c_str());
 }
 
 } // namespace
