@@ -87,8 +87,8 @@ TEST(CreateException, EachFormMakesItsMessage) {
         EXPECT_EQ(made.getCode(), 20);
         shown += made.getMessage() + ", ";
     };
-    make(own), make("rqpmsgs", 1), make("mamsgs", 2, 18446744073709551615UL), make("mamsgs", 3, -5L);
-    make("mamsgs", 4, a), make("mamsgs", 5, 0.5), make("mamsgs", 6, a, 0.25), make("mamsgs", 7, a, 0.25, "c");
+    make(own), make("rqpmsgs", 1UL), make("mamsgs", 2UL, 18446744073709551615UL), make("mamsgs", 3UL, -5L);
+    make("mamsgs", 4UL, a), make("mamsgs", 5UL, 0.5), make("mamsgs", 6UL, a, 0.25), make("mamsgs", 7UL, a, 0.25, "c");
     EXPECT_EQ(shown,
               "own 0x9 (\"x\"), rqpmsgs 0x1, mamsgs 0x2 (18446744073709551615), mamsgs 0x3 (-5), "
               "mamsgs 0x4 (\"a\"), mamsgs 0x5 (0.5), mamsgs 0x6 (\"a\", 0.25), mamsgs 0x7 (\"a\", 0.25, \"c\"), ");
