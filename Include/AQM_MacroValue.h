@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <list>
+#include <vector>
 
 #include "ZBLCore/I18NString.h"
 
@@ -42,22 +42,22 @@ private:
     I18NString value;
 };
 
-// Gives the entries of value lists their memory, in the same way.
-BRINDLE_API void* AQM_AllocateListEntry(std::size_t size);
-BRINDLE_API void AQM_ReleaseListEntry(void* memory, std::size_t size) noexcept;
+// Gives value lists their memory, in the same way.
+BRINDLE_API void* AQM_AllocateValueList(std::size_t size);
+BRINDLE_API void AQM_ReleaseValueList(void* memory, std::size_t size) noexcept;
 
 template <class T>
-struct AQM_ListEntryAllocator {
+struct AQM_ValueListAllocator {
     using value_type = T;
-    AQM_ListEntryAllocator() = default;
+    AQM_ValueListAllocator() = default;
     template <class U>
-    AQM_ListEntryAllocator(const AQM_ListEntryAllocator<U>&) noexcept {}
-    T* allocate(std::size_t count) { return static_cast<T*>(AQM_AllocateListEntry(count * sizeof(T))); }
-    void deallocate(T* memory, std::size_t count) noexcept { AQM_ReleaseListEntry(memory, count * sizeof(T)); }
-    friend bool operator==(const AQM_ListEntryAllocator&, const AQM_ListEntryAllocator&) = default;
+    AQM_ValueListAllocator(const AQM_ValueListAllocator<U>&) noexcept {}
+    T* allocate(std::size_t count) { return static_cast<T*>(AQM_AllocateValueList(count * sizeof(T))); }
+    void deallocate(T* memory, std::size_t count) noexcept { AQM_ReleaseValueList(memory, count * sizeof(T)); }
+    friend bool operator==(const AQM_ValueListAllocator&, const AQM_ValueListAllocator&) = default;
 };
 
-using AQM_MacroValueList = std::list<AQM_MacroValue*, AQM_ListEntryAllocator<AQM_MacroValue*>>;
+using AQM_MacroValueList = std::vector<AQM_MacroValue*, AQM_ValueListAllocator<AQM_MacroValue*>>;
 
 // A list that owns its elements; null entries are allowed. The argument frame of a call is one.
 class BRINDLE_API AQM_MacroValueArray : public AQM_MacroValue {
@@ -68,13 +68,16 @@ public:
     // Appends the value and takes ownership of it, also when memory runs out.
     void AddValue(AQM_MacroValue* value);
     int Size() const;
-    // The element at that index from the front, still the array's; null outside. It walks the list: a function that
-    // reads a whole array goes by GetValues.
+    // The element at that index from the front, still the array's; null outside.
     AQM_MacroValue* Get(int index) const;
     // The elements in order, still the array's.
     const AQM_MacroValueList& GetValues() const { return values; }
 
 private:
     friend class AQM_MacroEvaluator;
+    // Deletes the values but for the arrays among them, which it puts before the chain and answers the new first.
+    AQM_MacroValueArray* DeleteValues(AQM_MacroValueArray* chain);
+
     AQM_MacroValueList values;
+    AQM_MacroValueArray* nextInChain = nullptr; // while they are deleted
 };

@@ -1,6 +1,7 @@
 #include "QMListFunctions.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstdint>
 #include <utility>
 
@@ -22,31 +23,58 @@ void AddString(AQM_MacroValueArray& array, I18NString text) {
     array.AddValue(new AQM_MacroValueString(std::move(text)));
 }
 
-// A text with what decides most comparisons beside it: its first eight bytes as a number, and its place among the
-// others. The texts lie scattered in memory, so a sort that went to each of them would wait for most.
+// A text with what decides most comparisons beside it: the first eight bytes behind what all texts of the list begin
+// with, as a number, and whether these are all it has. The texts lie scattered in memory, so a sort that went to each
+// of them would wait for most.
 struct SortKey {
-    std::uint64_t head = 0;
+    std::uint64_t head;
     const I18NString* text;
-    std::size_t index;
+    std::uint32_t index;     // its place among the others
+    std::uint32_t wholeSize; // bytes behind the common beginning if the head has them all, else more than it can hold
 
+    friend std::strong_ordering CompareTexts(const SortKey& a, const SortKey& b) {
+        if (a.head != b.head) return a.head <=> b.head;
+        if (a.wholeSize <= sizeof a.head && b.wholeSize <= sizeof b.head) return a.wholeSize <=> b.wholeSize;
+        return *a.text <=> *b.text;
+    }
     friend bool operator<(const SortKey& a, const SortKey& b) {
-        if (a.head != b.head) return a.head < b.head;
-        const auto order = *a.text <=> *b.text;
+        const auto order = CompareTexts(a, b);
         return order == 0 ? a.index < b.index : order < 0;
     }
 };
 
+std::size_t CommonBeginning(std::string_view a, std::string_view b) {
+    return static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
+}
+
 std::vector<SortKey> KeysOf(const AQM_MacroValueArray& array) {
     std::vector<SortKey> keys;
     keys.reserve(array.GetValues().size());
-    ForEachString(array, [&keys](const I18NString& text) {
-        std::uint64_t head = 0;
-        for (const char byte : text.bytes().substr(0, sizeof head))
-            head = head << 8 | static_cast<unsigned char>(byte);
-        head <<= 8 * (sizeof head - std::min(text.bytes().size(), sizeof head)) % 64;
-        keys.push_back({head, &text, keys.size()});
+    std::string_view common;
+    ForEachString(array, [&](const I18NString& text) {
+        common = keys.empty() ? text.bytes() : common.substr(0, CommonBeginning(common, text.bytes()));
+        keys.push_back({0, &text, static_cast<std::uint32_t>(keys.size()), 0});
     });
+    for (SortKey& key : keys) {
+        const std::string_view rest = key.text->bytes().substr(common.size());
+        const std::size_t size = std::min(rest.size(), sizeof key.head);
+        for (const char byte : rest.substr(0, size))
+            key.head = key.head << 8 | static_cast<unsigned char>(byte);
+        if (size > 0) key.head <<= 8 * (sizeof key.head - size);
+        key.wholeSize = static_cast<std::uint32_t>(std::min(rest.size(), sizeof key.head + 1));
+    }
     return keys;
+}
+
+// Appends the keys' texts that `isWanted` takes, in order. Each text is asked for a few steps ahead, so that memory has
+// it by then.
+template <class IsWanted>
+void AddTexts(AQM_MacroValueArray& array, const std::vector<SortKey>& keys, const IsWanted& isWanted) {
+    constexpr std::size_t kAhead = 8;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (i + kAhead < keys.size()) __builtin_prefetch(keys[i + kAhead].text);
+        if (isWanted(keys[i])) array.AddValue(new AQM_MacroValueString(*keys[i].text));
+    }
 }
 
 I18NString Piece(std::string_view bytes) {
@@ -131,8 +159,7 @@ std::unique_ptr<AQM_MacroValue> MF_Sort::Call(const Arguments& arguments) const 
     std::vector<SortKey> keys = KeysOf(RequireArray(arguments, 0, 3542));
     std::sort(keys.begin(), keys.end());
     auto sorted = std::make_unique<AQM_MacroValueArray>();
-    for (const SortKey& key : keys)
-        AddString(*sorted, *key.text);
+    AddTexts(*sorted, keys, [](const SortKey&) { return true; });
     return sorted;
 }
 
@@ -145,10 +172,9 @@ std::unique_ptr<AQM_MacroValue> MF_Unique::Call(const Arguments& arguments) cons
     std::sort(keys.begin(), keys.end());
     std::vector<bool> isRepeated(keys.size());
     for (std::size_t i = 1; i < keys.size(); ++i)
-        isRepeated[keys[i].index] = *keys[i].text == *keys[i - 1].text;
+        isRepeated[keys[i].index] = CompareTexts(keys[i], keys[i - 1]) == 0;
     auto distinct = std::make_unique<AQM_MacroValueArray>();
-    for (const SortKey& key : inOrder)
-        if (!isRepeated[key.index]) AddString(*distinct, *key.text);
+    AddTexts(*distinct, inOrder, [&](const SortKey& key) { return !isRepeated[key.index]; });
     return distinct;
 }
 

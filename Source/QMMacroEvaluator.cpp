@@ -85,7 +85,7 @@ AQM_MacroValue* AQM_MacroEvaluator::Concatenate() {
     if (!QMAsString(left) || !QMAsString(right))
         Fail(kCodeWrongArguments, kQEMsgMacroWrongArguments, 0, I18NString(), 84);
     static_cast<AQM_MacroValueString*>(left)->value.append(static_cast<AQM_MacroValueString*>(right)->value);
-    frame->values.pop_front();
+    frame->values.erase(frame->values.begin());
     return left;
 }
 
@@ -102,7 +102,7 @@ void AQM_MacroEvaluator::DoCall(const I18NString& name) {
         if (count == 0) {
             ReplaceTop(new AQM_MacroValueString(I18NString()));
         } else if (QMAsString(argument)) {
-            TopFrame()->values.pop_front();
+            TopFrame()->values.clear();
             ReplaceTop(argument);
         } else {
             // An array has no text of its own; this fixed one stands for it.

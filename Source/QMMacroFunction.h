@@ -4,8 +4,6 @@
 
 #include <functional>
 #include <initializer_list>
-#include <iterator>
-#include <list>
 #include <memory>
 
 #include "AQM_I_MacroFunction.h"
@@ -27,8 +25,10 @@ public:
     public:
         explicit Arguments(const AQM_MacroValueArray& frame) : m_values(frame.GetValues()) {}
         int Count() const { return static_cast<int>(m_values.size()); }
-        // Of a small index, from 0; it must be below Count.
-        const AQM_MacroValue* operator[](int index) const { return *std::next(m_values.rbegin(), index); }
+        // Of an index from 0; it must be below Count.
+        const AQM_MacroValue* operator[](int index) const {
+            return m_values[m_values.size() - 1 - static_cast<std::size_t>(index)];
+        }
         auto begin() const { return m_values.rbegin(); }
         auto end() const { return m_values.rend(); }
 

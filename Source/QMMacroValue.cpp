@@ -1,4 +1,3 @@
-#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -13,9 +12,9 @@ void* AQM_MacroValue::operator new(std::size_t size) { return QMAllocateSmall(si
 
 void AQM_MacroValue::operator delete(void* memory, std::size_t size) noexcept { QMReleaseSmall(memory, size); }
 
-void* AQM_AllocateListEntry(std::size_t size) { return QMAllocateSmall(size); }
+void* AQM_AllocateValueList(std::size_t size) { return QMAllocateSmall(size); }
 
-void AQM_ReleaseListEntry(void* memory, std::size_t size) noexcept { QMReleaseSmall(memory, size); }
+void AQM_ReleaseValueList(void* memory, std::size_t size) noexcept { QMReleaseSmall(memory, size); }
 
 AQM_MacroValueString::AQM_MacroValueString(const I18NString& text) : AQM_MacroValue(MVT_String), value(text) {}
 
@@ -24,21 +23,35 @@ AQM_MacroValueString::AQM_MacroValueString(I18NString&& text) noexcept
 
 AQM_MacroValueArray::AQM_MacroValueArray() : AQM_MacroValue(MVT_Array) {}
 
-// An array in an array in an array is as deep as its maker nested it. The elements of inner arrays move into the outer
-// list, so that no depth is walked on the machine stack.
+// An array in an array in an array is as deep as its maker nested it, so no depth is walked on the machine stack: inner
+// arrays wait in a chain until the one that holds them is done.
 AQM_MacroValueArray::~AQM_MacroValueArray() {
-    while (!values.empty()) {
-        AQM_MacroValue* const element = values.front();
-        if (element && element->GetValueType() == MVT_Array)
-            if (auto* const inner = dynamic_cast<AQM_MacroValueArray*>(element))
-                values.splice(values.end(), inner->values);
-        values.pop_front();
-        delete element;
+    AQM_MacroValueArray* chain = DeleteValues(nullptr);
+    while (chain) {
+        const std::unique_ptr<AQM_MacroValueArray> first(chain);
+        chain = first->DeleteValues(first->nextInChain);
     }
 }
 
+AQM_MacroValueArray* AQM_MacroValueArray::DeleteValues(AQM_MacroValueArray* chain) {
+    for (AQM_MacroValue* const value : values) {
+        if (value && value->GetValueType() == MVT_Array) {
+            auto* const inner = static_cast<AQM_MacroValueArray*>(value);
+            inner->nextInChain = chain;
+            chain = inner;
+        } else {
+            delete value;
+        }
+    }
+    values.clear();
+    return chain;
+}
+
 void AQM_MacroValueArray::AddValue(AQM_MacroValue* value) {
+    // Most lists are argument frames, and few of them hold more than this.
+    constexpr std::size_t kFirstCapacity = 4;
     std::unique_ptr<AQM_MacroValue> owner(value);
+    if (values.capacity() == 0) values.reserve(kFirstCapacity);
     values.push_back(value);
     owner.release();
 }
@@ -47,7 +60,7 @@ int AQM_MacroValueArray::Size() const { return static_cast<int>(values.size()); 
 
 AQM_MacroValue* AQM_MacroValueArray::Get(int index) const {
     if (index < 0 || index >= Size()) return nullptr;
-    return *std::next(values.begin(), index);
+    return values[static_cast<std::size_t>(index)];
 }
 
 AQM_I_MacroFunction::~AQM_I_MacroFunction() = default;

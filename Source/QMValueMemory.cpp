@@ -18,72 +18,62 @@ constexpr std::size_t kKeptBlocks = 0;
 constexpr std::size_t kKeptBlocks = 256;
 #endif
 
-// Blocks of one size that nobody uses, linked through their first word.
-class FreeBlocks {
-public:
-    explicit constexpr FreeBlocks(std::size_t size) : m_size(size) {}
-    FreeBlocks(const FreeBlocks&) = delete;
-    FreeBlocks& operator=(const FreeBlocks&) = delete;
-    // What is released on the thread after this goes to the general allocator at once.
-    ~FreeBlocks() {
-        m_most = 0;
-        while (m_first)
+// Every value has this size or less, and so have the lists that are argument frames.
+constexpr std::size_t kSmall = 64;
+
+// Blocks of that size that a thread has given back, linked through their first word.
+struct Block {
+    Block* next;
+};
+struct FreeBlocks {
+    Block* first;
+    std::size_t count;
+    std::size_t most; // 0 before the thread's first release, and again at its end
+};
+
+// Nothing is to be made or ended here, and the loader finds room for it in the block that every thread has from its
+// start: an access needs no call.
+__attribute__((tls_model("initial-exec"))) constinit thread_local FreeBlocks freeBlocks{};
+
+void* Take() {
+    Block* const block = freeBlocks.first;
+    freeBlocks.first = block->next;
+    --freeBlocks.count;
+    return block;
+}
+
+// Made by a thread's first release. What is released after its end goes to the general allocator at once.
+struct EndOfThread {
+    EndOfThread() noexcept { freeBlocks.most = kKeptBlocks; }
+    ~EndOfThread() {
+        hasEnded = true;
+        freeBlocks.most = 0;
+        while (freeBlocks.first)
             ::operator delete(Take());
     }
-
-    void* Allocate() { return m_first ? Take() : ::operator new(m_size); }
-    void Release(void* memory) noexcept {
-        if (m_count >= m_most) {
-            ::operator delete(memory);
-            return;
-        }
-        m_first = ::new (memory) Block{m_first};
-        ++m_count;
-    }
-
-private:
-    struct Block {
-        Block* next;
-    };
-
-    void* Take() {
-        Block* const block = m_first;
-        m_first = block->next;
-        --m_count;
-        return block;
-    }
-
-    Block* m_first = nullptr;
-    std::size_t m_count = 0;
-    std::size_t m_most = kKeptBlocks;
-    const std::size_t m_size;
+    static constinit thread_local bool hasEnded;
 };
+constinit thread_local bool EndOfThread::hasEnded = false;
 
-// List entries and values have these sizes; the few others there may be are left to the general allocator.
-struct ThreadBlocks {
-    FreeBlocks entries{24};
-    FreeBlocks values{64};
-};
-
-// A few words, so the loader finds room for them in the block that every thread has from its start, and an access needs
-// no call.
-__attribute__((tls_model("initial-exec"))) thread_local ThreadBlocks threadBlocks;
-
-FreeBlocks* BlocksFor(std::size_t size) {
-    if (size <= 24) return &threadBlocks.entries;
-    return size <= 64 ? &threadBlocks.values : nullptr;
+void ReleaseBeyondMost(void* memory) noexcept {
+    if (freeBlocks.most == 0 && !EndOfThread::hasEnded) static thread_local EndOfThread endOfThread;
+    ::operator delete(memory);
 }
 
 } // namespace
 
 void* QMAllocateSmall(std::size_t size) {
-    FreeBlocks* const blocks = BlocksFor(size);
-    return blocks ? blocks->Allocate() : ::operator new(size);
+    if (size > kSmall) return ::operator new(size);
+    return freeBlocks.first ? Take() : ::operator new(kSmall);
 }
 
 void QMReleaseSmall(void* memory, std::size_t size) noexcept {
-    if (FreeBlocks* const blocks = BlocksFor(size))
-        blocks->Release(memory);
-    else
+    if (size > kSmall) {
         ::operator delete(memory);
+    } else if (freeBlocks.count >= freeBlocks.most) {
+        ReleaseBeyondMost(memory);
+    } else {
+        freeBlocks.first = ::new (memory) Block{freeBlocks.first};
+        ++freeBlocks.count;
+    }
 }

@@ -188,23 +188,25 @@ TEST(MacroPatterns, AndSeparatorsAreFoundInLinearTime) {
 }
 
 TEST(MacroBuiltIns, SortAndUniqueDoAsOrderedContainersDo) {
-    Parameters parameters;
-    std::minstd_rand random(7);
-    std::multiset<std::string> sorted;
-    std::string unique, inOrder;
-    for (int i = 0; i < 600; ++i) {
-        std::string text;
-        for (auto left = random() % 11; left > 0; --left)
-            text += std::array{"a", "b", "\x01", "\xC3\xA9"}[random() % (i % 3 ? 4 : 1)];
-        parameters.Set("l", text.c_str());
-        if (!sorted.contains(text)) unique += "|" + text;
-        sorted.insert(text);
+    for (const std::string beginning : {"", "\xC3\xA9 common to all"}) {
+        Parameters parameters;
+        std::minstd_rand random(7);
+        std::multiset<std::string> sorted;
+        std::string unique, inOrder;
+        for (int i = 0; i < 600; ++i) {
+            std::string text = beginning;
+            for (auto left = random() % 11; left > 0; --left)
+                text += std::array{"a", "b", "\x01", "\xC3\xA9"}[random() % (i % 3 ? 4 : 1)];
+            parameters.Set("l", text.c_str());
+            if (!sorted.contains(text)) unique += "|" + text;
+            sorted.insert(text);
+        }
+        for (const std::string& text : sorted)
+            inOrder += "|" + text;
+        AQM_I_MacroExpander expander;
+        EXPECT_EQ("|" + expander.Expand("#join('|',sort(@l))#", parameters.Get()), inOrder.c_str());
+        EXPECT_EQ("|" + expander.Expand("#join('|',unique(@l))#", parameters.Get()), unique.c_str());
     }
-    for (const std::string& text : sorted)
-        inOrder += "|" + text;
-    AQM_I_MacroExpander expander;
-    EXPECT_EQ("|" + expander.Expand("#join('|',sort(@l))#", parameters.Get()), inOrder.c_str());
-    EXPECT_EQ("|" + expander.Expand("#join('|',unique(@l))#", parameters.Get()), unique.c_str());
 }
 
 } // namespace
