@@ -3,10 +3,14 @@
 // operation.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "PlatformApi.h"
 #include "ZBLCore/I18NString.h"
+
+class LogPerfIndication;
 
 namespace brindle_platform {
 
@@ -50,5 +54,26 @@ BRINDLE_PLATFORM_API void setDefaultEncoding(const char* name);
 
 // What the next call of AUT_Initialize answers, once.
 BRINDLE_PLATFORM_API void setNextInitializeResult(long result);
+
+// Whether the machine has a performance counter, to be said before the library starts.
+BRINDLE_PLATFORM_API void setPerformanceCounterPresent(bool present);
+
+// What the performance counter (ticks of a nanosecond) and the millisecond clock show; null for the real ones.
+BRINDLE_PLATFORM_API void setPerformanceCounter(std::function<std::int64_t()> ticks);
+BRINDLE_PLATFORM_API void setMillisClock(std::function<std::int64_t()> milliseconds);
+
+// What the time zone answers (local time + minutes = UTC), the time stamps of either form, and the process number; none
+// for the real ones.
+BRINDLE_PLATFORM_API void setTimeZoneBias(std::optional<int> minutes);
+BRINDLE_PLATFORM_API void setTimeStamp(std::function<I18NString(int form)> stamp);
+BRINDLE_PLATFORM_API void setProcessId(std::optional<unsigned long> number);
+
+// Takes what performance loggers are handed in place of the log; null goes back to the log. It is called on the
+// logging thread, by several threads at once; what it throws is dropped.
+BRINDLE_PLATFORM_API void setIndicationSink(std::function<void(const LogPerfIndication&)> sink);
+
+// Lowest level at which the logger `name` is enabled, in front of the settings.
+BRINDLE_PLATFORM_API void setLoggerThreshold(const I18NString& name, int threshold);
+BRINDLE_PLATFORM_API void clearLoggerThresholds();
 
 } // namespace brindle_platform

@@ -2,8 +2,10 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,23 +25,18 @@ FileDescriptor openPath(std::string_view path, int flags) {
     return FileDescriptor(descriptor);
 }
 
-// Bytes read, fewer than `count` only at the end of the file; -1 on failure.
-ssize_t readFully(int descriptor, char* bytes, std::size_t count) {
-    std::size_t done = 0;
-    while (done < count) {
-        const ssize_t got = ::read(descriptor, bytes + done, count - done);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return -1;
-        if (got == 0) break;
-        done += static_cast<std::size_t>(got);
-    }
-    return static_cast<ssize_t>(done);
+bool isRegularFile(int descriptor, struct stat& status) {
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 } // namespace
 
-FileDescriptor::~FileDescriptor() {
-    if (isOpen()) ::close(m_descriptor);
+FileDescriptor::~FileDescriptor() { close(); }
+
+bool FileDescriptor::close() noexcept {
+    const int descriptor = std::exchange(m_descriptor, -1);
+    // Interrupted or not, the descriptor is gone.
+    return descriptor >= 0 && (::close(descriptor) == 0 || errno == EINTR);
 }
 
 std::optional<std::string> readWholeFile(std::string_view path, std::size_t limit) {
@@ -47,7 +44,7 @@ std::optional<std::string> readWholeFile(std::string_view path, std::size_t limi
     const FileDescriptor file = openPath(path, O_RDONLY | O_NONBLOCK);
     if (!file.isOpen()) return std::nullopt;
     struct stat status;
-    if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    if (!isRegularFile(file.get(), status)) return std::nullopt;
     if (static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
 
     // One byte more than the file had shows whether it has grown since.
@@ -56,9 +53,9 @@ std::optional<std::string> readWholeFile(std::string_view path, std::size_t limi
     std::size_t room = static_cast<std::size_t>(status.st_size) + 1;
     for (;;) {
         bytes.resize(room);
-        const ssize_t got = readFully(file.get(), bytes.data() + done, room - done);
-        if (got < 0) return std::nullopt;
-        done += static_cast<std::size_t>(got);
+        bool failed = false;
+        done += readFully(file.get(), bytes.data() + done, room - done, &failed);
+        if (failed) return std::nullopt;
         if (done < room) break;
         if (done > limit) return std::nullopt;
         room = done < limit / 2 ? 2 * done : limit + 1;
@@ -69,14 +66,66 @@ std::optional<std::string> readWholeFile(std::string_view path, std::size_t limi
 
 FileDescriptor openForAppend(std::string_view path) { return openPath(path, O_WRONLY | O_CREAT | O_APPEND); }
 
-bool writeAll(int descriptor, std::string_view bytes) noexcept {
-    while (!bytes.empty()) {
-        const ssize_t put = ::write(descriptor, bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR) continue;
-        if (put <= 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(put));
+FileDescriptor openRegularFile(std::string_view path, EOpenRegular how) {
+    // What the name stands for is known once it is open: only then is a file emptied, and opening a pipe must not wait.
+    const int flags = how == EOpenRegular::readOnly ? O_RDONLY : O_RDWR | O_CREAT;
+    FileDescriptor file = openPath(path, flags | O_NONBLOCK);
+    struct stat status;
+    if (!file.isOpen() || !isRegularFile(file.get(), status)) return FileDescriptor();
+    if (how == EOpenRegular::makeEmpty && ::ftruncate(file.get(), 0) != 0) return FileDescriptor();
+    return file;
+}
+
+std::optional<std::size_t> fileSize(int descriptor) noexcept {
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0 || status.st_size < 0) return std::nullopt;
+    return static_cast<std::size_t>(status.st_size);
+}
+
+std::size_t readFully(int descriptor, char* bytes, std::size_t count, bool* failed) noexcept {
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t got = ::read(descriptor, bytes + done, count - done);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0 && failed != nullptr) *failed = true;
+        if (got <= 0) break;
+        done += static_cast<std::size_t>(got);
     }
-    return true;
+    return done;
+}
+
+std::size_t writeFully(int descriptor, std::string_view bytes) noexcept {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t put = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (put < 0 && errno == EINTR) continue;
+        if (put <= 0) break;
+        done += static_cast<std::size_t>(put);
+    }
+    return done;
+}
+
+bool seekFile(int descriptor, std::int64_t offset, ESeekOrigin origin) noexcept {
+    static_assert(sizeof(off_t) >= sizeof offset);
+    const int whence = origin == ESeekOrigin::start ? SEEK_SET : origin == ESeekOrigin::current ? SEEK_CUR : SEEK_END;
+    return ::lseek(descriptor, offset, whence) >= 0;
+}
+
+// The standard library's iterator ends the process where memory is wanting for an entry.
+std::optional<std::vector<std::string>> regularFileNames(std::string_view path) {
+    if (!isUsablePath(path)) return std::nullopt;
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(std::string(path).c_str()), &::closedir);
+    if (!directory) return std::nullopt;
+    std::vector<std::string> names;
+    while (errno = 0, true) {
+        const dirent* const entry = ::readdir(directory.get());
+        if (!entry) break;
+        struct stat status;
+        if (::fstatat(::dirfd(directory.get()), entry->d_name, &status, 0) == 0 && S_ISREG(status.st_mode))
+            names.emplace_back(entry->d_name);
+    }
+    if (errno != 0) return std::nullopt;
+    return names;
 }
 
 bool directoryExists(std::string_view path) {

@@ -47,7 +47,7 @@ std::string_view substitute(std::string_view text, std::size_t offset, Place pla
     case '\n':
         return attribute ? "&#10;" : "";
     case '\r':
-        return attribute ? "&#13;" : "";
+        return escaped ? "&#13;" : "";
     case '\xEF': {
         const std::string_view character = text.substr(offset, 3);
         return character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF" ? kReplacement : "";

@@ -1,7 +1,9 @@
-// The parser over Expat. Expat gets the input in one piece: fed in portions it would scan a long token again for each
-// of them. Handlers are called by C code, so an exception in one is kept, stops the run and goes on behind it.
+// The parser over Expat. Expat gets the input in one piece, read or copied into its own buffer: fed in portions it
+// would scan a long token again for each of them. Handlers are called by C code, so an exception in one is kept, stops
+// the run and goes on behind it.
 #include "ZBLIDOM/ZBLIDOM_Parser.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <memory>
@@ -29,6 +31,8 @@ constexpr std::array<int, 32> kWindows1252 = {0x20AC, -1,     0x201A, 0x0192, 0x
                                               0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, -1,     0x017D, -1,
                                               -1,     0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                               0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, -1,     0x017E, 0x0178};
+
+constexpr auto kMaxBytes = static_cast<std::size_t>(ZBLIDOM_Parser::kMaxInputBytes);
 
 enum class Mark { none, utf8, utf16LittleEndian, utf16BigEndian };
 
@@ -108,10 +112,11 @@ bool beginsWith(const char* name, std::string_view lower) noexcept {
 // One run over one input. Elements that are read hang in the document from the start.
 class Reader {
 public:
-    Reader(Tree& tree, Mark mark);
-    // The fault that was found; none if the document stands. `held` is storage of the bytes, given back as soon as
-    // Expat has its copy.
-    std::optional<Fault> run(std::string_view bytes, std::string& held);
+    explicit Reader(Tree& tree);
+    // Room for the input, what was in it before is lost.
+    char* buffer(std::size_t size);
+    // The fault that was found in the first bytes of the buffer; none if the document stands.
+    std::optional<Fault> run(std::string_view bytes);
 
 private:
     static Reader& self(void* data) noexcept { return *static_cast<Reader*>(data); }
@@ -135,7 +140,7 @@ private:
 
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> m_expat;
     Tree& m_tree;
-    Mark m_mark;
+    Mark m_mark = Mark::none;
     ContainerData* m_open;
     int m_depth = 0;
     std::string m_text; // what has come since the last node
@@ -144,8 +149,8 @@ private:
     std::exception_ptr m_failure;
 };
 
-Reader::Reader(Tree& tree, Mark mark)
-    : m_expat(XML_ParserCreate(nullptr), &XML_ParserFree), m_tree(tree), m_mark(mark), m_open(&tree.document()) {
+Reader::Reader(Tree& tree)
+    : m_expat(XML_ParserCreate(nullptr), &XML_ParserFree), m_tree(tree), m_open(&tree.document()) {
     if (!m_expat) throw std::bad_alloc();
     XML_Parser expat = m_expat.get();
     XML_SetUserData(expat, this);
@@ -157,14 +162,21 @@ Reader::Reader(Tree& tree, Mark mark)
     XML_SetCdataSectionHandler(expat, onStartCdata, onEndCdata);
 }
 
-std::optional<Fault> Reader::run(std::string_view bytes, std::string& held) {
+char* Reader::buffer(std::size_t size) {
+    void* const room = XML_GetBuffer(m_expat.get(), static_cast<int>(std::max<std::size_t>(size, 1)));
+    if (!room) throw std::bad_alloc();
+    return static_cast<char*>(room);
+}
+
+std::optional<Fault> Reader::run(std::string_view bytes) {
+    m_mark = markOf(bytes);
+    if (isBlank(bytes, m_mark)) return std::nullopt;
+    if (m_mark == Mark::none && bytes.substr(0, 2).find('\0') != std::string_view::npos)
+        return Fault{"UTF-16 without a byte-order mark", 1, 1};
+    if (isUtf16(m_mark))
+        if (std::optional<Fault> fault = findLoneSurrogate(bytes, m_mark)) return fault;
     XML_Parser expat = m_expat.get();
-    const int size = static_cast<int>(bytes.size());
-    void* buffer = XML_GetBuffer(expat, size);
-    if (!buffer) throw std::bad_alloc();
-    bytes.copy(static_cast<char*>(buffer), bytes.size());
-    std::string().swap(held);
-    const XML_Status status = XML_ParseBuffer(expat, size, XML_TRUE);
+    const XML_Status status = XML_ParseBuffer(expat, static_cast<int>(bytes.size()), XML_TRUE);
     if (m_failure) std::rethrow_exception(m_failure);
     if (m_fault || status == XML_STATUS_OK) return m_fault;
     const XML_Error error = XML_GetErrorCode(expat);
@@ -281,22 +293,14 @@ Tree& emptied(const ZBLIDOM_Document& document, const I18NString& path) {
     return tree;
 }
 
-std::optional<Fault> read(std::string_view bytes, std::string& held, Tree& tree) {
-    if (bytes.size() > static_cast<std::size_t>(ZBLIDOM_Parser::kMaxInputBytes))
-        return Fault{"more than 1073741824 bytes"};
-    const Mark mark = markOf(bytes);
-    if (isBlank(bytes, mark)) return std::nullopt;
-    if (mark == Mark::none && bytes.substr(0, 2).find('\0') != std::string_view::npos)
-        return Fault{"UTF-16 without a byte-order mark", 1, 1};
-    if (isUtf16(mark))
-        if (std::optional<Fault> fault = findLoneSurrogate(bytes, mark)) return fault;
-    return Reader(tree, mark).run(bytes, held);
-}
-
-void build(std::string_view bytes, std::string& held, Tree& tree, const I18NString& path) {
+// What `fill` puts into the buffer of the reader, and answers, becomes the content of the tree.
+template <typename Fill>
+void build(Tree& tree, const I18NString& path, const Fill& fill) {
     std::optional<Fault> fault;
     try {
-        fault = read(bytes, held, tree);
+        Reader reader(tree);
+        const std::string_view bytes = fill(reader);
+        fault = reader.run(bytes);
     } catch (...) {
         tree.clear();
         throw;
@@ -306,20 +310,36 @@ void build(std::string_view bytes, std::string& held, Tree& tree, const I18NStri
     refuse(*fault, path, 296);
 }
 
+// The whole file in the reader's buffer; once more from its start if it has grown meanwhile.
+std::string_view readInto(Reader& reader, int file, const I18NString& path) {
+    for (std::optional<std::size_t> size; (size = brindle_platform::fileSize(file)) && *size <= kMaxBytes;) {
+        char* const bytes = reader.buffer(*size);
+        bool failed = !brindle_platform::seekFile(file, 0, brindle_platform::ESeekOrigin::start);
+        const std::size_t count = brindle_platform::readFully(file, bytes, *size, &failed);
+        if (failed) break;
+        if (count < *size || brindle_platform::fileSize(file) == size) return {bytes, count};
+    }
+    refuse({"not a readable file of at most 1073741824 bytes"}, path, 307);
+}
+
 } // namespace
 
 ZBLIDOM_Parser::ZBLIDOM_Parser(int) noexcept {}
 
 void ZBLIDOM_Parser::parse(const I18NString& path, ZBLIDOM_Document& into) {
     Tree& tree = emptied(into, path);
-    std::optional<std::string> bytes =
-        brindle_platform::readWholeFile(path.bytes(), static_cast<std::size_t>(kMaxInputBytes));
-    if (!bytes) refuse({"not a readable file of at most 1073741824 bytes"}, path, 307);
-    build(*bytes, *bytes, tree, path);
+    const brindle_platform::FileDescriptor file =
+        brindle_platform::openRegularFile(path.bytes(), brindle_platform::EOpenRegular::readOnly);
+    if (!file.isOpen()) refuse({"not a readable file of at most 1073741824 bytes"}, path, 307);
+    build(tree, path, [&](Reader& reader) { return readInto(reader, file.get(), path); });
 }
 
 void ZBLIDOM_Parser::parseText(std::string_view bytes, ZBLIDOM_Document& into) {
-    Tree& tree = emptied(into, I18NString());
-    std::string held;
-    build(bytes, held, tree, I18NString());
+    const I18NString noPath;
+    Tree& tree = emptied(into, noPath);
+    if (bytes.size() > kMaxBytes) refuse({"more than 1073741824 bytes"}, noPath, 296);
+    build(tree, noPath, [bytes](Reader& reader) {
+        char* const buffer = reader.buffer(bytes.size());
+        return std::string_view(buffer, bytes.copy(buffer, bytes.size()));
+    });
 }

@@ -12,6 +12,9 @@ namespace {
 // Up to here a walk over the attributes beats the index.
 constexpr std::uint32_t kMaxUnindexed = 32;
 
+constexpr std::size_t kFirstChunk = 1024;
+constexpr std::size_t kMaxChunk = 1024 * 1024;
+
 void unlink(NodeData& child) noexcept {
     ContainerData& parent = *child.parent;
     if (parent.firstChild == &child)
@@ -47,9 +50,29 @@ void append(ContainerData& parent, NodeData& child) noexcept {
     child.parent = &parent;
 }
 
+void Arena::rewind() noexcept {
+    m_nextChunk = 0;
+    m_next = m_end = nullptr;
+}
+
+// What is left of the chunk in use is lost until the arena is rewound.
+void* Arena::takeFromNextChunk(std::size_t bytes) {
+    while (m_nextChunk < m_chunks.size() && m_chunks[m_nextChunk].size < bytes)
+        ++m_nextChunk;
+    if (m_nextChunk == m_chunks.size()) {
+        const std::size_t grown = m_chunks.empty() ? kFirstChunk : std::min(2 * m_chunks.back().size, kMaxChunk);
+        const std::size_t size = std::max(grown, bytes);
+        m_chunks.push_back({std::unique_ptr<std::byte[]>(new std::byte[size]), size});
+    }
+    const Chunk& chunk = m_chunks[m_nextChunk++];
+    m_next = chunk.memory.get() + bytes;
+    m_end = chunk.memory.get() + chunk.size;
+    return chunk.memory.get();
+}
+
 Tree::Tree() noexcept {
     m_document.type = ZBLIDOM_DOCUMENT_NODE;
-    m_content.emplace();
+    m_index.emplace(m_arena);
 }
 
 void Tree::removeReference() noexcept {
@@ -58,14 +81,14 @@ void Tree::removeReference() noexcept {
 
 ElementData* Tree::makeElement(std::string_view tag) {
     const Name* name = intern(tag);
-    auto* element = ::new (m_content->arena.allocate(sizeof(ElementData), alignof(ElementData))) ElementData{};
+    auto* element = ::new (m_arena.take(sizeof(ElementData), alignof(ElementData))) ElementData{};
     element->type = ZBLIDOM_ELEMENT_NODE;
     element->name = name;
     return element;
 }
 
 NodeData* Tree::makeText(ZBLIDOM_NodeType type, std::string_view text) {
-    auto* node = ::new (m_content->arena.allocate(sizeof(NodeData) + text.size(), alignof(NodeData))) NodeData{};
+    auto* node = ::new (m_arena.take(sizeof(NodeData) + text.size(), alignof(NodeData))) NodeData{};
     node->type = type;
     node->length = static_cast<std::uint32_t>(text.size());
     std::copy(text.begin(), text.end(), reinterpret_cast<char*>(node + 1));
@@ -76,8 +99,8 @@ void Tree::addAttribute(ElementData& element, std::string_view name, std::string
     const Name* interned = intern(name);
     char* bytes = copy(value);
     const auto length = static_cast<std::uint32_t>(value.size());
-    auto* added = ::new (m_content->arena.allocate(sizeof(Attribute), alignof(Attribute)))
-        Attribute{nullptr, interned, bytes, length, length};
+    auto* added =
+        ::new (m_arena.take(sizeof(Attribute), alignof(Attribute))) Attribute{nullptr, interned, bytes, length, length};
     // The index comes first: it may run out of memory, and must not lack an attribute that hangs on the element.
     if (element.length >= kMaxUnindexed) index(element, *added);
     if (Attribute* last = element.lastAttribute)
@@ -96,7 +119,7 @@ void Tree::setAttribute(ElementData& element, std::string_view name, std::string
     if (value.size() > attribute.capacity) {
         const auto capacity = static_cast<std::uint32_t>(
             std::max<std::uint64_t>(value.size(), std::min<std::uint64_t>(2ULL * attribute.capacity, UINT32_MAX)));
-        attribute.bytes = static_cast<char*>(m_content->arena.allocate(capacity, 1));
+        attribute.bytes = static_cast<char*>(m_arena.take(capacity, 1));
         attribute.capacity = capacity;
     }
     std::copy(value.begin(), value.end(), attribute.bytes);
@@ -105,10 +128,10 @@ void Tree::setAttribute(ElementData& element, std::string_view name, std::string
 
 const Attribute* Tree::findAttribute(const ElementData& element, std::string_view name) const noexcept {
     if (element.length > kMaxUnindexed) {
-        const auto interned = m_content->names.find(name);
-        if (interned == m_content->names.end()) return nullptr;
-        const auto found = m_content->attributes.find(AttributeKey{&element, &*interned});
-        return found == m_content->attributes.end() ? nullptr : found->second;
+        const auto interned = m_index->names.find(name);
+        if (interned == m_index->names.end()) return nullptr;
+        const auto found = m_index->attributes.find(AttributeKey{&element, &*interned});
+        return found == m_index->attributes.end() ? nullptr : found->second;
     }
     const Attribute* attribute = element.lastAttribute;
     for (std::uint32_t i = 0; i < element.length; ++i) {
@@ -120,8 +143,8 @@ const Attribute* Tree::findAttribute(const ElementData& element, std::string_vie
 
 std::vector<NodeData*> Tree::elementsByTag(const NodeData& top, std::string_view tag) const {
     std::vector<NodeData*> found;
-    const auto interned = m_content->names.find(tag);
-    if (interned == m_content->names.end()) return found;
+    const auto interned = m_index->names.find(tag);
+    if (interned == m_index->names.end()) return found;
     for (NodeData* node = nextInOrder(top, top); node; node = nextInOrder(*node, top))
         if (node->type == ZBLIDOM_ELEMENT_NODE && static_cast<ElementData*>(node)->name == &*interned)
             found.push_back(node);
@@ -131,7 +154,9 @@ std::vector<NodeData*> Tree::elementsByTag(const NodeData& top, std::string_view
 void Tree::clear() noexcept {
     if (m_references.load(std::memory_order_acquire) <= 1) {
         m_document.firstChild = nullptr;
-        m_content.emplace();
+        m_index.reset();
+        m_arena.rewind();
+        m_index.emplace(m_arena);
         return;
     }
     while (NodeData* child = m_document.firstChild)
@@ -140,20 +165,24 @@ void Tree::clear() noexcept {
 
 char* Tree::copy(std::string_view text) {
     if (text.empty()) return nullptr;
-    auto* bytes = static_cast<char*>(m_content->arena.allocate(text.size(), 1));
+    auto* bytes = static_cast<char*>(m_arena.take(text.size(), 1));
     std::memcpy(bytes, text.data(), text.size());
     return bytes;
 }
 
 const Name* Tree::intern(std::string_view text) {
-    auto& names = m_content->names;
+    const std::size_t ends =
+        text.empty() ? 0 : static_cast<unsigned char>(text.front()) + 4U * static_cast<unsigned char>(text.back());
+    const Name*& recent = m_index->recentNames[(text.size() + ends) % m_index->recentNames.size()];
+    if (recent && *recent == text) return recent;
+    auto& names = m_index->names;
     const auto place = names.lower_bound(text);
-    if (place != names.end() && *place == text) return &*place;
-    return &*names.emplace_hint(place, copy(text), text.size());
+    if (place != names.end() && *place == text) return recent = &*place;
+    return recent = &*names.emplace_hint(place, copy(text), text.size());
 }
 
 void Tree::index(ElementData& element, Attribute& added) {
-    auto& attributes = m_content->attributes;
+    auto& attributes = m_index->attributes;
     if (element.length == kMaxUnindexed) {
         Attribute* attribute = element.lastAttribute;
         do {

@@ -7,8 +7,11 @@
 // in an index too, so that neither setting nor finding them is a walk.
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <memory_resource>
 #include <optional>
 #include <set>
@@ -71,6 +74,37 @@ NodeData* nextInOrder(const NodeData& node, const NodeData& top) noexcept;
 // Makes the child, wherever it hangs, the last one of the parent. It must not be the parent or above it.
 void append(ContainerData& parent, NodeData& child) noexcept;
 
+// Memory that is given back as a whole: with the arena, or for use again by rewind(). A document that is filled over
+// and over then takes memory from the system once.
+class Arena : public std::pmr::memory_resource {
+public:
+    void* take(std::size_t bytes, std::size_t alignment) {
+        const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(m_next)) & (alignment - 1);
+        if (bytes + padding > static_cast<std::size_t>(m_end - m_next)) return takeFromNextChunk(bytes);
+        std::byte* const taken = m_next + padding;
+        m_next = taken + bytes;
+        return taken;
+    }
+    // All that was taken is taken no longer.
+    void rewind() noexcept;
+
+private:
+    struct Chunk {
+        std::unique_ptr<std::byte[]> memory; // aligned for anything
+        std::size_t size;
+    };
+
+    void* takeFromNextChunk(std::size_t bytes);
+    void* do_allocate(std::size_t bytes, std::size_t alignment) override { return take(bytes, alignment); }
+    void do_deallocate(void*, std::size_t, std::size_t) override {}
+    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override { return this == &other; }
+
+    std::vector<Chunk> m_chunks;
+    std::size_t m_nextChunk = 0;
+    std::byte* m_next = nullptr;
+    std::byte* m_end = nullptr;
+};
+
 class Tree {
 public:
     Tree() noexcept;
@@ -96,7 +130,7 @@ public:
     // The elements below top with that tag, in document order.
     std::vector<NodeData*> elementsByTag(const NodeData& top, std::string_view tag) const;
 
-    // Leaves an empty document. The memory of the former nodes is given back if there is one reference at most, since
+    // Leaves an empty document. The memory of the former nodes is used again if there is one reference at most, since
     // nothing but the document can then be in anybody's hands; else they stay as they are, but hang nowhere.
     void clear() noexcept;
 
@@ -109,12 +143,14 @@ private:
     struct AttributeKeyHash {
         std::size_t operator()(const AttributeKey& key) const noexcept;
     };
-    struct Content {
-        Content() noexcept : names(&arena), attributes(&arena) {}
+    struct Index {
+        explicit Index(Arena& arena) : names(&arena), attributes(&arena) {}
 
-        std::pmr::monotonic_buffer_resource arena;
         // Ordered, not hashed: names are foreign text, and no choice of names makes this slow.
         std::pmr::set<Name> names;
+        // The name that was met last for each sum of a length, a first and a last byte: in a document that repeats its
+        // few names it is mostly the one that is sought.
+        std::array<const Name*, 64> recentNames{};
         std::pmr::unordered_map<AttributeKey, Attribute*, AttributeKeyHash> attributes;
     };
 
@@ -124,7 +160,8 @@ private:
 
     std::atomic<long> m_references{0};
     ContainerData m_document{};
-    std::optional<Content> m_content;
+    Arena m_arena;
+    std::optional<Index> m_index; // never empty but in clear()
 };
 
 // The one way from handles to nodes and back.

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <tuple>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
@@ -34,12 +37,23 @@ std::string failureOf(std::string_view bytes, ZBLIDOM_Document document = newDoc
     }
 }
 
+// Likewise for a file, whose name is in front of the position.
+std::string failureOfFile(std::string_view path, ZBLIDOM_Document& document) {
+    try {
+        ZBLIDOM_Parser(0).parse(I18NString(path), document);
+        return {};
+    } catch (const ZBLIDOM_Exception& e) {
+        EXPECT_EQ(path, e.getPath().bytes());
+        return std::string(e.getMessage().bytes());
+    }
+}
+
 } // namespace
 
 TEST(DocumentParser, ReadsIntoTheTree) {
     const std::tuple<std::string_view, std::string_view, long> rows[] = {
         {"<?xml version='1.0'?>\n<!--c--><?p i?><r>a\r\n<!--c-->b\r<?p i?>&amp;&#x41;&#66;&#13;</r>\n<!--c-->",
-         "<r>a\nb\n&amp;AB\r</r>", 1},
+         "<r>a\nb\n&amp;AB&#13;</r>", 1},
         {"<r>a<![CDATA[]]><![CDATA[<x>\n]]>b</r>", "<r>a<![CDATA[]]><![CDATA[<x>\n]]>b</r>", 4},
         {"<r a:b='2' a=\"x\n\ty&#10;&lt;'\"><q:e/></r>", "<r a:b=\"2\" a=\"x  y&#10;&lt;'\"><q:e/></r>", 1},
         {"\xEF\xBB\xBF<r>\u00E4\u20AC\U0001F600</r>", "<r>\u00E4\u20AC\U0001F600</r>", 1},
@@ -110,6 +124,36 @@ TEST(DocumentParser, RefusesWhatExceedsItsBounds) {
     EXPECT_EQ("more than 1073741824 bytes", failureOf({"<r/>", (1UL << 30) + 1}));
 }
 
+TEST(DocumentParser, HostileFilesCostLittleMemory) {
+    const std::string path = ::testing::TempDir() + "hostile-" + std::to_string(::getpid()) + ".xml";
+    const std::string doctype = ": a document type declaration is not allowed", attribute(100 << 20, 'x');
+    std::string bomb = "<!DOCTYPE r [<!ENTITY e0 'x'>", nested;
+    for (const char i : {'1', '2', '3', '4', '5', '6', '7', '8', '9'}) {
+        bomb += std::string("<!ENTITY e") + i + " '";
+        for (int j = 0; j < 10; ++j)
+            bomb += std::string("&e") + static_cast<char>(i - 1) + (j < 9 ? ";" : ";'>");
+    }
+    for (int i = 0; i < 1'000'000; ++i)
+        nested += "<e>";
+    rusage before, after;
+    ::getrusage(RUSAGE_SELF, &before);
+    for (const auto& [content, expected] :
+         {std::pair(bomb + "]><r>&e9;</r>", ":1:13" + doctype),
+          {"<?xml version='1.0'?>\n<!DOCTYPE r SYSTEM '/dev/zero'>\n<r/>", ":2:31" + doctype},
+          {"<!DOCTYPE r [<!ENTITY e SYSTEM '/dev/zero'>]><r>&e;</r>", ":1:13" + doctype},
+          {nested, ":1:1537: more than 512 nested elements"},
+          {"<r a='" + attribute + "'/>", ""},
+          {"<r a='" + attribute, ":1:1: unclosed token"}}) {
+        std::ofstream(path) << content;
+        ZBLIDOM_Document document = newDocument();
+        EXPECT_EQ(expected.empty() ? "" : path + expected, failureOfFile(path, document)) << content.substr(0, 80);
+        EXPECT_EQ(expected.empty(), document.getDocumentElement().getAttribute("a").bytes() == attribute);
+    }
+    std::filesystem::remove(path);
+    ::getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 1'000'000) << "kilobytes";
+}
+
 TEST(DocumentParser, ReplacesTheContentAndLeavesFormerNodesToTheirHandles) {
     ZBLIDOM_Document document = newDocument();
     const ZBLIDOM_Document second = document;
@@ -133,14 +177,7 @@ TEST(DocumentParser, ReadsFilesAndNamesThemInFailures) {
     for (const auto& [content, name, expected, message] : rows) {
         if (content) std::ofstream(path) << content;
         ZBLIDOM_Document document = newDocument();
-        std::string failure;
-        try {
-            ZBLIDOM_Parser(0).parse(I18NString(std::string_view(name)), document);
-        } catch (const ZBLIDOM_Exception& e) {
-            failure = e.getMessage().bytes();
-            EXPECT_EQ(name, e.getPath().bytes());
-        }
-        EXPECT_EQ(message, failure);
+        EXPECT_EQ(message, failureOfFile(name, document));
         EXPECT_EQ(expected, xml(document)) << message;
         std::filesystem::remove(path);
     }

@@ -1,0 +1,3 @@
+#include "ZBLCFGAPI/IZBLConfiguration.h"
+
+IZBLConfiguration::~IZBLConfiguration() = default;

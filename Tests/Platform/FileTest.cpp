@@ -1,0 +1,84 @@
+// Files and directories as the library meets them: what opens, what a short file or a full disk answers, what is
+// listed.
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "PlatformHooks.h"
+#include "ZBLCore/ZBLFmDir.h"
+#include "ZBLCore/ZBLFmFile64.h"
+
+#include "Platform/FileFixture.h"
+
+namespace {
+
+using FileTest = FileFixture;
+
+TEST_F(FileTest, KindsDecideWhatBecomesOfTheFile) {
+    Write("old", "abc");
+    ZBLFmFile64 file;
+    for (const int kind : {0, 1, 4})
+        EXPECT_EQ(file.Open(Path("old"), kind, false), 0) << kind;
+    EXPECT_TRUE(file.Open(Path("new"), 3, true) == 0 && !std::filesystem::exists(m_directory + "/new"));
+    EXPECT_TRUE(file.Open(Path("new"), 3, false) != 0 && std::filesystem::exists(m_directory + "/new"));
+    EXPECT_TRUE(file.Open(Path("old"), 3, true) != 0 && file.Write("x", 1) == 0 && Bytes("old") == "abc");
+    EXPECT_TRUE(file.Open(Path("old"), 2, true) != 0 && file.Write("x", 1) == 0 && Bytes("old") == "");
+
+    ASSERT_EQ(mkfifo((m_directory + "/pipe").c_str(), 0600), 0);
+    I18NString zero = Path("old");
+    zero.append(I18NCodePoint{0});
+    for (const I18NString& name :
+         {Path(""), Path("pipe"), I18NString("/dev/full"), zero, Path("no/file"), I18NString()})
+        for (const int kind : {2, 3})
+            for (const bool readOnly : {false, true})
+                EXPECT_EQ(file.Open(name, kind, readOnly), 0) << name << kind << readOnly;
+    char byte;
+    EXPECT_TRUE(file.Read(&byte, 1) == 0 && file.Write("x", 1) == 0 && file.Seek(0, 0, 0) == 0 && file.Close() == 0);
+}
+
+TEST_F(FileTest, ThePositionMovesWithin64Bits) {
+    ZBLFmFile64 file;
+    ASSERT_NE(file.Open(Path("f"), 2, false), 0);
+    EXPECT_EQ(file.Write("abcdef", 6), 6);
+    EXPECT_TRUE(file.Read(nullptr, 1) == 0 && file.Read(nullptr, -1) == 0 && file.Write("x", -1) == 0);
+    const auto readAt = [&file](std::int32_t low, std::int32_t high, int origin) -> std::string {
+        char bytes[2];
+        if (file.Seek(low, high, origin) == 0) return "refused";
+        return std::string(bytes, static_cast<std::size_t>(file.Read(bytes, sizeof bytes)));
+    };
+    using Texts = std::vector<std::string>; // in order, unlike the operands of a sum
+    EXPECT_EQ((Texts{readAt(0, 0, 0), readAt(-1, -1, 1), readAt(-2, -1, 2), readAt(-4, -1, 1)}),
+              (Texts{"ab", "bc", "ef", "cd"}));
+    EXPECT_EQ((Texts{readAt(-5, -1, 1), readAt(0, 0, 3), readAt(0, 0, 1)}), (Texts{"refused", "refused", "ef"}));
+    EXPECT_EQ(readAt(-1, 0, 0), "") << "4 GiB less one byte";
+    EXPECT_EQ(file.Write("z", 1), 1);
+    EXPECT_TRUE(file.Close() != 0 && file.Close() == 0);
+    EXPECT_EQ(std::filesystem::file_size(m_directory + "/f"), 0x100000000u);
+}
+
+TEST_F(FileTest, AFullDiskTakesAPart) {
+    ZBLFmFile64 file;
+    ASSERT_NE(file.Open(Path("f"), 2, false), 0);
+    EXPECT_EQ(OnFullDisk(4, [&] { return file.Write("abcdef", 6) * 10 + file.Write("g", 1); }), 40);
+    EXPECT_EQ(Bytes("f"), "abcd");
+}
+
+TEST_F(FileTest, DirectoriesListTheirRegularFilesInOrder) {
+    for (const char* const name : {"b", "a", "\xC3\xA9", "B", "\xFF", ".hidden"})
+        Write(name, "");
+    std::filesystem::create_directory(m_directory + "/sub");
+    for (const auto& [target, link] : {std::pair("a", "/link"), {"sub", "/linked-sub"}, {"none", "/dangling"}})
+        std::filesystem::create_symlink(target, m_directory + link);
+    std::vector<I18NString> names{"z"};
+    EXPECT_TRUE(ZBLFmDir::readDir(Path(""), names));
+    EXPECT_FALSE(ZBLFmDir::readDir(Path("none"), names) || ZBLFmDir::readDir(Path("a"), names));
+    EXPECT_EQ(names, (std::vector<I18NString>{"z", ".hidden", "B", "a", "b", "link", "\xC3\xA9"}));
+    brindle_platform::setProgramDirectory(Path("sub"));
+    EXPECT_EQ(ZBLFmDir::resolveEffectivePath("x.so"), Path("sub/x.so"));
+    EXPECT_EQ(ZBLFmDir::resolveEffectivePath("/x.so"), I18NString("/x.so"));
+    brindle_platform::setProgramDirectory("");
+}
+
+} // namespace
