@@ -1,0 +1,110 @@
+#include "QUStringBucket.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "ZBLCore/ZBLAssertError.h"
+
+#include "QEException.h"
+
+#include "QEMessageNumbers.h"
+#include "QEThrow.h"
+
+namespace {
+
+constexpr long kFree = -1;
+constexpr std::size_t kFirstSlots = 64;
+constexpr std::size_t kMaxProbes = 16;
+
+std::size_t HashOf(const I18NString* text) {
+    return text == nullptr ? 0 : std::hash<std::string_view>()(text->bytes());
+}
+
+bool IsSame(const I18NString* a, const I18NString* b) { return a == nullptr || b == nullptr ? a == b : *a == *b; }
+
+// An assertion isn't logged: it tells of a fault in the program.
+void Assert(bool holds, const char* text, long line) {
+    if (!holds) ZBL_THROW(ZBLAssertError(0, text), "Source/QUStringBucket", line, "QE");
+}
+
+} // namespace
+
+AQU_I_StringBucket::AQU_I_StringBucket() = default;
+
+AQU_I_StringBucket::~AQU_I_StringBucket() = default;
+
+AUT_RefPtr<AQU_I_StringBucket> AQU_I_StringBucket::Create() {
+    return AUT_RefPtr<AQU_I_StringBucket>(new AQU_StringBucket);
+}
+
+AQU_StringBucket::AQU_StringBucket() : m_slots(kFirstSlots, {0, kFree}) {}
+
+AQU_StringBucket::~AQU_StringBucket() {
+    for (const auto& [text, number] : m_stringIndex)
+        delete text;
+}
+
+long AQU_StringBucket::GetIndex(const I18NString* text) {
+    long number;
+    if (Find(text, HashOf(text), number)) return number;
+    number = static_cast<long>(m_stringIndex.size());
+    InsertStringIndex(text, number);
+    return number;
+}
+
+long AQU_StringBucket::GetIndex(const I18NString& text) { return GetIndex(&text); }
+
+const I18NString* AQU_StringBucket::GetString(long number) const {
+    if (number >= 0 && static_cast<std::size_t>(number) < m_numberIndex.size())
+        return m_numberIndex[static_cast<std::size_t>(number)].text;
+    QEException failure(ZBLSeverity::error, 2100L);
+    QEAddMessages(failure, kQEMsgNoSuchString, 1, std::to_string(number).c_str());
+    QELogAndThrow(failure, "Source/QUStringBucket", 82);
+}
+
+// What can run out of memory comes first, so that the indexes hold the same strings after a failure, too.
+void AQU_StringBucket::InsertStringIndex(const I18NString* text, long number) {
+    if (2 * (m_numberIndex.size() + 1) > m_slots.size()) GrowHash();
+    m_numberIndex.reserve(m_slots.size() / 2);
+
+    std::unique_ptr<const I18NString> copy(text == nullptr ? nullptr : new I18NString(*text));
+    const auto insertResult1 = m_stringIndex.emplace(copy.get(), number);
+    Assert(insertResult1.second, "ZBL_ASSERT(insertResult1.second);", 103);
+    const I18NString* const kept = copy.release();
+    const bool isNext = static_cast<std::size_t>(number) == m_numberIndex.size();
+    Assert(isNext, "ZBL_ASSERT(insertResult2.second);", 109);
+    const std::size_t hash = HashOf(text);
+    m_numberIndex.push_back({kept, hash});
+    EnterHash(number, hash);
+}
+
+// Whether the string is in the bucket, and its number.
+bool AQU_StringBucket::Find(const I18NString* text, std::size_t hash, long& number) const {
+    for (std::size_t probe = 0; probe < kMaxProbes; ++probe) {
+        const Slot& slot = m_slots[(hash + probe) & (m_slots.size() - 1)];
+        if (slot.number == kFree) return false;
+        if (slot.hash != hash || !IsSame(m_numberIndex[static_cast<std::size_t>(slot.number)].text, text)) continue;
+        number = slot.number;
+        return true;
+    }
+    const auto found = m_stringIndex.find(text);
+    if (found == m_stringIndex.end()) return false;
+    number = found->second;
+    return true;
+}
+
+void AQU_StringBucket::EnterHash(long number, std::size_t hash) {
+    for (std::size_t probe = 0; probe < kMaxProbes; ++probe) {
+        Slot& slot = m_slots[(hash + probe) & (m_slots.size() - 1)];
+        if (slot.number != kFree) continue;
+        slot = {hash, number};
+        return;
+    }
+}
+
+void AQU_StringBucket::GrowHash() {
+    m_slots = std::vector<Slot>(2 * m_slots.size(), {0, kFree});
+    for (std::size_t number = 0; number < m_numberIndex.size(); ++number)
+        EnterHash(static_cast<long>(number), m_numberIndex[number].hash);
+}

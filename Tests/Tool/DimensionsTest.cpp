@@ -1,0 +1,42 @@
+// "dimensions": what is printed, dropped and refused.
+#include "Tool/ToolFixture.h"
+
+namespace {
+
+TEST_F(ToolTest, DimensionsAreListed) {
+    const std::string input = R"({"groups":[[1,2],[2,9],[]],"keys":[[2]],"items":{"1":"a","2":"b"}})";
+    const std::string dropped = "-: note: the set at '/groups/1' has the item 9, which '/items' lacks; it is left out\n"
+                                "-: note: the set at '/groups/2' is empty; it is left out\n";
+    const std::string none = "-: note: no structure is found; there is one only where a group holds no key\n";
+    Check({{{"dimensions", "--json"}, input, {0, "[]", dropped + none}},
+           {{"dimensions", "--json"},
+            R"({"items":{"4294967295":"a","2":"b"},"keys":[[2]],"groups":[[4294967295]]})",
+            {0,
+             R"([{"hierarchy":2,"levels":[{"level":2,"unique":false,"keys":[4294967295],"properties":[]},)"
+             R"({"level":1,"unique":true,"keys":[2],"properties":[]}]}])",
+             ""}},
+           {{"dimensions"},
+            R"({"items":{"1":"a"},"groups":[[1]]})",
+            {0, "AQU_I_DimensionInfoFinder::Dump\nHierarchies:\nH_1\n    L_1\n        Keys:\n            K_1->a\n",
+             ""}}});
+}
+
+TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {
+    const auto refused = [](const std::string& input, const std::string& message) {
+        Check({{{"dimensions"}, input, {1, "", "-" + message + "\n"}}});
+    };
+    refused("[\n,", ":2:1: syntax error while parsing value - unexpected ','; expected '[', '{', or a literal\n,\n^");
+    refused("[]", ": expected an object, found array");
+    refused(R"({"key":[]})", ": expected 'items', 'keys' or 'groups', found 'key'");
+    refused(R"({"items":{"1":{}}})", ": expected a text at '/items/1', found object");
+    for (const std::string item : {"", "-1", "4294967296", "1x"})
+        refused("{\"items\":{\"" + item + "\":\"a\"}}",
+                ": expected the number of an item in '/items', found '" + item + "'");
+    refused(R"({"keys":1})", ": expected a list of lists at '/keys', found 1");
+    for (const std::string item : {"-1", "1.5", "4294967296", "\"1\"", "null"})
+        refused("{\"groups\":[[" + item + "]]}", ": expected the number of an item at '/groups/0/0', found " + item);
+    refused("{\"keys\":" + std::string(100000, '[') + std::string(100000, ']') + "}",
+            ": expected the number of an item at '/keys/0/0', found array");
+}
+
+} // namespace

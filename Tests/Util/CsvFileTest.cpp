@@ -1,0 +1,206 @@
+// Delimited files byte by byte and record by record. Bytes of wide encodings stand as ASCII text that is widened.
+#include "AQU_csvFile_v2.h"
+
+#include <random>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "PlatformHooks.h"
+
+#include "Platform/FileFixture.h"
+#include "Support/FailureCheck.h"
+#include "Support/Rows.h"
+
+namespace {
+
+using Record = std::vector<I18NString>;
+using brindle_test::FailureOf;
+
+const std::string kMark8 = "\xEF\xBB\xBF";
+const std::string kMark16 = "\xFF\xFE";
+const std::string kMark32 = std::string("\xFF\xFE\0\0", 4);
+
+const std::pair<std::string, unsigned> kForms[] = {{"", 1}, {kMark8, 1}, {kMark16, 2}, {kMark32, 4}};
+
+std::string Widen(const std::string& text, std::size_t unit) {
+    std::string wide;
+    for (const char byte : text)
+        wide += byte + std::string(unit - 1, '\0');
+    return wide;
+}
+
+class CsvFile : public FileFixture {
+protected:
+    ~CsvFile() override { brindle_platform::setDefaultEncoding(nullptr); }
+
+    // All that can be read as "field|field/field", a stroke behind each field but the last, a slash behind each record.
+    static std::string ReadAll(AQU_csvFile_v2& file) {
+        std::string text;
+        for (Record fields; file.Get(fields); fields.clear()) {
+            for (const I18NString& field : fields)
+                text += (&field == fields.data() ? "" : "|") + std::string(field.bytes());
+            text += "/";
+        }
+        return text;
+    }
+    std::string Read(const std::string& name, const std::string& bytes) const {
+        AQU_csvFile_v2 file(Write(name, bytes), "r");
+        return ReadAll(file);
+    }
+    std::string Put(const std::string& name, const char* mode, const std::vector<Record>& records) const {
+        AQU_csvFile_v2 file(Path(name), mode);
+        for (const Record& record : records)
+            file.Put(record);
+        return Bytes(name);
+    }
+};
+
+TEST_F(CsvFile, LinesAreTakenApart) {
+    brindle_test::CheckRows(
+        [this](const std::string& line) {
+            const std::string read = Read("data.CSV", line + "\r\n");
+            EXPECT_EQ(Read("data.csv", line), line.empty() ? "" : read) << "without a line end";
+            EXPECT_EQ(Read("x", kMark16 + I18NString(std::string_view(line + "\r\n")).encode("utf-16")),
+                      Read("x", kMark8 + line + "\r\n"));
+            return read;
+        },
+        "a,b -> a|b/", "\"a,b\",c -> a,b|c/", "a\"\"b -> a\"\"b/", "\"a\"\"b\" -> a\"b/", "a, -> a|/", " -> /",
+        ",,\xC3\xA9 -> ||\xC3\xA9/", "ab\" -> b/", "\xC3\xA9\xC3\xA0\" -> \xC3\xA0/", "\" -> /", "\"\" -> /",
+        "\"\"\" -> \"/", "\"\"\"\",\" ,\"\"\" -> \"| ,\"/", "a\"b,c\"d,e -> a\"b,c\"d|e/", "a\",b -> a\",b/",
+        "\"a\"b,\"c\"\"\"\",\",\"d\" -> \"a\"b|c\"\",|d/",
+        "12345678,\"abcdefg,12345678\" -> 12345678|abcdefg,12345678/",
+        "\xFF,\xE2\x82,a -> \xEF\xBF\xBD|\xEF\xBF\xBD|a/", "a\tb -> a\tb/", "a\rb -> a\rb/");
+}
+
+TEST_F(CsvFile, TheUnitBeforeALineFeedIsLost) {
+    const auto narrow = [this](const std::string& bytes) { return Read("data.csv", bytes); };
+    EXPECT_EQ(narrow("abc\n\nd,\n\r\nxyz"), "ab//d//xyz/");
+    EXPECT_EQ(narrow("a\xC3\xA9\n"), "a\xEF\xBF\xBD/");
+    EXPECT_EQ(narrow("a\r"), "a/") << "half a line end";
+    EXPECT_EQ(narrow(std::string("a\0,\0\r\n", 6)), std::string("a\0|\0/", 5)) << "lengths, not terminators";
+    for (const auto& [mark, unit] : {std::pair(kMark16, 2u), {kMark32, 4u}})
+        EXPECT_EQ(Read("x.txt", mark + Widen("abc\n\nd\t\n\r\ne\r", unit)), "ab//d//e/") << unit;
+}
+
+TEST_F(CsvFile, TheFirstBytesOfATabFileDecide) {
+    const auto read = [this](const std::string& bytes) { return Read("data.txt", bytes); };
+    EXPECT_EQ(read(kMark32 + Widen("a\tb", 4)), "a|b/");
+    EXPECT_EQ(read(std::string("\0\0\xFE\xFF", 4) + Widen("ab", 4)), "ab/") << "the order isn't kept";
+    EXPECT_EQ(read(kMark16 + Widen("a\tb", 2)), "a|b/");
+    EXPECT_EQ(read("\xFE\xFF" + Widen("ab", 2)), "ab/");
+    EXPECT_EQ(read(kMark8 + "a\tb"), "a|b/");
+    EXPECT_EQ(read("a,b\tc"), "a,b|c/");
+    EXPECT_EQ(read("a\tb"), "") << "three bytes hold no mark";
+    EXPECT_EQ(Read("data.csv", kMark8 + "a"), kMark8 + "a/") << "comma files have none";
+    EXPECT_EQ(read(kMark16 + std::string("A\n\0B", 4)), "\xE0\xA9\x81\xE4\x88\x80/") << "no unit begins there";
+    EXPECT_EQ(read(kMark16 + Widen("ab\r", 2) + "\n"), "ab\r\xEF\xBF\xBD/") << "half a line feed at the end";
+    EXPECT_EQ(read(kMark16 + std::string("a\0b\r\0", 5)), "a\xE0\xB5\xA2\xEF\xBF\xBD/") << "no half line end";
+    EXPECT_EQ(read(kMark32 + Widen("ab\r", 4) + std::string("\n\0", 2)), "ab/") << "enough of one";
+}
+
+TEST_F(CsvFile, ReadsMaySplitAnywhere) {
+    for (std::size_t size = 500; size < 524; ++size)
+        for (const auto& [mark, unit] : kForms) {
+            const std::string first(size / unit, 'a'), second(3 * first.size(), 'b');
+            const std::string text = Widen(first + "\r\n" + second + "\r\nc\r\n", unit);
+            EXPECT_EQ(Read(mark.empty() ? "x.csv" : "x.txt", mark + text), first + "/" + second + "/c/")
+                << size << unit;
+        }
+}
+
+TEST_F(CsvFile, FieldsAreWritten) {
+    const Record record{"a", "b,c", "", "d\te", "f\"g", "h\ni", "12345678\""};
+    const std::string comma = "a,\"b,c\",,d\te,\"f\"\"g\",h\ni,\"12345678\"\"\"\r\n\r\n";
+    const std::string tab = "a\tb,c\t\t\"d\te\"\t\"f\"\"g\"\th\ni\t\"12345678\"\"\"\r\n\r\n";
+    EXPECT_EQ(Put("x.csv", "w", {record, {}}), comma);
+    EXPECT_EQ(Put("x.csv", "a", {{"z"}}), comma + "z\r\n");
+    EXPECT_EQ(Put("q.csv", "w", {{I18NString(U'"', 5000)}}), std::string(10002, '"') + "\r\n");
+    EXPECT_EQ(Put("x.txt", "w", {record, {}}), kMark16 + Widen(tab, 2));
+    EXPECT_EQ(Put("x.txt", "a+", {{"z"}}), kMark16 + Widen(tab + "z\r\n", 2));
+    for (const auto& [mark, unit] : {std::pair(kMark32, 4u), {kMark8, 1u}}) {
+        Write("y.tab", mark + Widen("q", unit));
+        EXPECT_EQ(Put("y.tab", "a", {record, {}}), mark + Widen("q" + tab, unit));
+    }
+    EXPECT_EQ(Put("x.txt", "w", {{"\xF0\x9F\x98\x80"}}), kMark16 + std::string("\x3D\xD8\0\xDE\r\0", 6))
+        << "two bytes for each of three characters";
+    brindle_platform::setDefaultEncoding("iso-8859-1");
+    EXPECT_EQ(Put("l.csv", "w+", {{"\xC3\xA9", "\xE2\x82\xAC"}}), "\xE9,?\r\n");
+    AQU_csvFile_v2 latin(Path("l.csv"), "r");
+    EXPECT_EQ(ReadAll(latin), "\xC3\xA9|?/");
+}
+
+TEST_F(CsvFile, AFileTooShortForAMarkGetsOne) {
+    EXPECT_EQ(Put("new.txt", "a", {}), kMark16);
+    EXPECT_EQ(Put("new.txt", "r+", {}), kMark16 + kMark16);
+    Write("short.txt", "abc");
+    EXPECT_EQ(Put("short.txt", "a", {{"d"}}), "abc" + kMark16 + Widen("d\r\n", 2));
+    EXPECT_EQ(Put("new.csv", "a", {}), "");
+}
+
+TEST_F(CsvFile, RecordsComeBack) {
+    const unsigned seed = 20240229;
+    std::minstd_rand random(seed);
+    const char* const pieces[] = {",", "\t", "\"", "a", "bc", "\xC3\xA9", "\xE2\x82\xAC", "\r", "long enough"};
+    std::vector<Record> records(2000);
+    for (Record& record : records) {
+        record.resize(1 + random() % 5);
+        for (I18NString& field : record)
+            for (auto count = random() % 60; count > 40; --count)
+                field += pieces[random() % std::size(pieces)];
+    }
+    for (const auto& [mark, unit] : kForms) {
+        const char* const name = mark.empty() ? "c.csv" : "t.txt";
+        Write(name, mark + Widen("first\r\n", unit));
+        Put(name, "a", records);
+        AQU_csvFile_v2 file(Path(name), "r");
+        Record fields{"kept"};
+        EXPECT_TRUE(file.Get(fields) && fields == (Record{"kept", "first"}));
+        for (const Record& record : records) {
+            fields.clear();
+            ASSERT_TRUE(!file.Eof() && file.Get(fields));
+            ASSERT_EQ(fields, record) << name << " " << unit << " seed " << seed;
+        }
+        EXPECT_TRUE(!file.Get(fields) && fields == records.back());
+    }
+}
+
+TEST_F(CsvFile, TheEndMovesBackByOneByte) {
+    AQU_csvFile_v2 file(Write("x.csv", "a\r\nb"), "r+");
+    std::vector<I18NString> fields;
+    EXPECT_TRUE(!file.Eof() && file.Get(fields) && !file.Eof() && file.Get(fields));
+    EXPECT_TRUE(file.Eof());
+    EXPECT_FALSE(file.Eof());
+    EXPECT_EQ(ReadAll(file), "b/") << "the last byte once more";
+
+    AQU_csvFile_v2 cut(Write("x.csv", "a\r\n" + std::string(5000, 'b') + "\r\nc\r\n"), "r");
+    ASSERT_TRUE(cut.Get(fields));
+    Write("x.csv", "");
+    EXPECT_EQ(ReadAll(cut), std::string(512 - 3, 'b') + "/") << "what had been read";
+}
+
+TEST_F(CsvFile, FailuresNameTheFile) {
+    const auto told = [](const char* number, const I18NString& name, const char* line) {
+        return "QEException -1 " + (number + ("(\"" + std::string(name.bytes()))) + "\") Source/QUcsvFile:" + line;
+    };
+    const auto open = [](const I18NString& name, const char* mode) {
+        return FailureOf([&] { AQU_csvFile_v2 file(name, mode); });
+    };
+    const I18NString plain = Write("x.csv", "");
+    EXPECT_EQ(open("", "r"), told("0x35d783ff", "", "43"));
+    for (const char* const mode : {"", "rw", "R", "w ", "rb", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(open(plain, mode), told("0x35d783ff", plain, "43")) << (mode ? mode : "null");
+    EXPECT_EQ(open(Path("none.csv"), "r"), told("0x35d783ff", Path("none.csv"), "51"));
+    for (const I18NString& name : {Path(""), I18NString("/dev/full"), Path("x.csv/y.txt"), Path("no/x.csv")})
+        for (const char* const mode : {"r", "r+", "a", "a+", "w", "w+"})
+            EXPECT_EQ(open(name, mode), told("0x35d783ff", name, "51")) << mode;
+
+    AQU_csvFile_v2 readOnly(plain, "r"), full(Path("f.csv"), "w");
+    full.Put({"a"});
+    EXPECT_EQ(FailureOf([&] { readOnly.Put({"a"}); }), told("0x35d4834c", plain, "268"));
+    EXPECT_EQ(OnFullDisk(4, [&] { return FailureOf([&] { full.Put({"b"}); }); }),
+              told("0x35d4834c", Path("f.csv"), "268"));
+    EXPECT_EQ(OnFullDisk(0, [&] { return open(Path("f.txt"), "w"); }), told("0x35d4834c", Path("f.txt"), "86"));
+}
+
+} // namespace
