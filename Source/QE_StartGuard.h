@@ -1,0 +1,8 @@
+// The guard of the library's start and end. The catalogue takes it, too, before its own: its first start and last end
+// nest those of the library, and two threads that come in by the two doors must take the two guards in one order.
+#pragma once
+
+#include "ZBLCore/ZBLThread.h"
+
+// Recursive: a start or end nested in another one on the same thread passes through.
+inline constinit ZBLThreadCriticalSection QE_StartGuard{1};
