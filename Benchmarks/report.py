@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs the measuring programs of a build tree and prints one table: each figure beside its peer and its aim.
 
-usage: report.py TREE [FIGURE]...   (TREE as in build/bench; figures: query plain dense startup growth memory)
+usage: report.py TREE [FIGURE]...   (TREE as in build/bench; figures: query plain dense startup growth memory load lookup sqltext dates guard csv intern dimensions)
 
 Times are processor times, medians of seven runs in turns; for growth the least of five runs or more; for startup the
 time on the clock, median of forty-one. An aim that is missed is told in the table and is no failure. The exit status is
@@ -23,6 +23,7 @@ STARTS = 41
 
 GROWTH_AIM = 2.2
 NO_BLOCKS_EXTRA = 256 * 1024
+CSV_BYTES = 64 << 20
 
 # The allocator gives large blocks back to the system, and whoever needs them next pays for fresh pages, which may cost
 # more than the work. In this environment it keeps them.
@@ -57,10 +58,15 @@ def throughput(byte_count, nanoseconds):
     return f"{byte_count / nanoseconds:.2f} GB/s"
 
 
-def run_expander(programs, pattern, *options, environment=None):
-    report = json.loads(run([os.path.join(programs, "benchmark-expander"), f"--benchmark_filter=^{pattern}$",
+def run_benchmark(programs, command, pattern, *options, environment=None):
+    """`command` is a program with the arguments that come first."""
+    report = json.loads(run([os.path.join(programs, command[0]), *command[1:], f"--benchmark_filter=^{pattern}$",
                              "--benchmark_min_time=0.1", "--benchmark_format=json", *options], environment))
     return [entry for entry in report["benchmarks"] if entry["run_type"] == "iteration"]
+
+
+def run_expander(programs, pattern, *options, environment=None):
+    return run_benchmark(programs, ["benchmark-expander"], pattern, *options, environment=environment)
 
 
 def medians(entries):
@@ -73,10 +79,10 @@ def medians(entries):
             for name, runs in by_name.items()}
 
 
-def measure_together(programs, figure):
+def measure_together(programs, figure, command=("benchmark-expander",)):
     """All runs of a figure in one process, their repetitions in random order."""
-    return medians(run_expander(programs, f"{figure}/.*", f"--benchmark_repetitions={REPETITIONS}",
-                                "--benchmark_enable_random_interleaving=true"))
+    return medians(run_benchmark(programs, command, f"{figure}/.*", f"--benchmark_repetitions={REPETITIONS}",
+                                 "--benchmark_enable_random_interleaving=true"))
 
 
 def measure_apart(programs, names, environment):
@@ -113,6 +119,58 @@ def report_dense(programs):
     for peer, aim, note in (("ctemplate", 0.5, ""), ("fmt", 1.0, "the aim beyond")):
         theirs = times["dense/" + peer][0]
         row(f"dense, a site, to {peer}", duration(ours / sites), duration(theirs / sites), ours / theirs, aim, note)
+
+
+def report_load(programs):
+    command = ["benchmark-catalogue", "--figure", "load"]
+    runs = [entry for _ in range(REPETITIONS) for name in ("load/brindle", "load/expat")
+            for entry in run_benchmark(programs, command, name + ".*")]
+    times = {name.split("/iterations")[0]: time[0] for name, time in medians(runs).items()}
+    memory = {entry["run_name"].split("/iterations")[0]: entry["memory"] for entry in runs}
+    ours, theirs = times["load/brindle"], times["load/expat"]
+    row("load, to expat", duration(ours), duration(theirs), ours / theirs, 1.6)
+    ours, theirs = memory["load/brindle"], memory["load/expat"]
+    row("load, memory afterwards", f"{ours / 1048576:.1f} MiB", f"{theirs / 1048576:.1f} MiB", ours / theirs)
+
+
+def report_lookup(programs):
+    command = ["benchmark-catalogue", "--figure", "lookup"]
+    for figure, aim in (("lookup-id", 2.0), ("lookup-name", 3.0)):
+        times = measure_together(programs, figure, command)
+        (ours, sites), (theirs, _) = times[figure + "/brindle"], times[figure + "/map"]
+        row(f"{figure}, one, to std::map", duration(ours / sites), duration(theirs / sites), ours / theirs, aim)
+
+
+def report_sqltext(programs):
+    sizes = (500_000, 1_000_000, 2_000_000)
+    times = measure_together(programs, "sqltext", ["benchmark-sqltext"])
+    ours = {size: times[f"sqltext/brindle/{size}"][0] for size in sizes}
+    theirs = times["sqltext/std string/1000000"][0]
+    row("sqltext, 1 M fragments, to std string", duration(ours[1_000_000]), duration(theirs), ours[1_000_000] / theirs,
+        2.0)
+    ratios = [ours[large] / ours[small] for small, large in zip(sizes, sizes[1:])]
+    row("growth, sqltext, 2 M fragments", duration(ours[sizes[-1]]), duration(ours[sizes[-2]]), max(ratios), GROWTH_AIM,
+        " ".join(f"{ratio:.2f}" for ratio in ratios))
+
+
+def report_dates(programs):
+    times = measure_together(programs, "dates", ["benchmark-values"])
+    ours, sites = times["dates/brindle"]
+    for peer in ("chrono", "chrono date and time"):
+        theirs = times["dates/" + peer][0]
+        row(f"dates, one, to {peer}", duration(ours / sites), duration(theirs / sites), ours / theirs, 1.5)
+
+
+def report_guard(programs):
+    times = {name.removeprefix("guard/"): time for name, (time, _) in
+             measure_together(programs, "guard", ["benchmark-performance"]).items()}
+    for guard, aim in (("enabled", 1.5), ("enabled by pool", None)):
+        row(f"guard, {guard}, to two readings of its clock", duration(times[guard]), duration(times["clock twice"]),
+            times[guard] / times["clock twice"], aim)
+    for guard in ("null data", "null pool", "indication off"):
+        extra = times[guard] - times["empty step"]
+        row(f"guard, {guard}, beyond an empty step, to 2 ns", duration(extra), "2 ns", extra / 2, 1.0,
+            f"the step itself {duration(times['empty step'])}")
 
 
 def time_process(arguments):
@@ -177,6 +235,36 @@ def report_memory(programs):
             f"{large['peak'] / large['size']:.0f} bytes a term")
 
 
+def report_csv(programs):
+    times = {name.removeprefix("csv/"): time for name, (time, _) in
+             measure_together(programs, "csv", ["benchmark-services", "--figure", "csv"]).items()}
+    for work, peer, aim in (("read", "libcsv", 1 / 1.3), ("write", "libcsv", 1.0), ("write", "libcsv buffer", None)):
+        ours, theirs = times[f"{work} brindle"], times[f"{work} {peer}"]
+        row(f"csv, {work}, to {peer}", throughput(CSV_BYTES, ours), throughput(CSV_BYTES, theirs), ours / theirs, aim)
+
+
+def report_intern(programs):
+    times = measure_together(programs, "intern", ["benchmark-services", "--figure", "intern"])
+    ours = times["intern/brindle"][0]
+    for peer, note in (("ordered map", ""), ("hash map", "the aim beyond")):
+        theirs = times["intern/" + peer][0]
+        row(f"intern, a million strings, to {peer}", duration(ours), duration(theirs), ours / theirs, 1.0, note)
+
+
+def report_dimensions(programs):
+    sizes = (1000, 2000, 4000, 8000)
+    times = {name: time for name, (time, _) in
+             measure_together(programs, "dimensions", ["benchmark-services", "--figure", "dimensions"]).items()}
+    ours = [times[f"dimensions/brindle/{size}"] for size in sizes]
+    row("dimensions, 1,000 groups, to a second", duration(ours[0]), "1 s", ours[0] / 1e9, 1.0)
+    row("dimensions, 500 groups, to by the letter", duration(times["dimensions/brindle/500"]),
+        duration(times["dimensions/by the letter/500"]),
+        times["dimensions/brindle/500"] / times["dimensions/by the letter/500"])
+    ratios = [large / small for small, large in zip(ours, ours[1:])]
+    row("growth, dimensions, 8,000 groups", duration(ours[-1]), duration(ours[-2]), max(ratios), None,
+        " ".join(f"{ratio:.2f}" for ratio in ratios))
+
+
 def processor():
     try:
         with open("/proc/cpuinfo", encoding="utf-8") as info:
@@ -199,7 +287,9 @@ def print_table():
 
 def main():
     parts = {"query": report_query, "plain": report_plain, "dense": report_dense, "startup": report_startup,
-             "growth": report_growth, "memory": report_memory}
+             "growth": report_growth, "memory": report_memory, "load": report_load, "lookup": report_lookup, "sqltext": report_sqltext, "dates": report_dates,
+             "guard": report_guard, "csv": report_csv, "intern": report_intern,
+             "dimensions": report_dimensions}
     if len(sys.argv) < 2 or not set(sys.argv[2:]) <= parts.keys():
         raise SystemExit(__doc__.split("\n\n")[1])
     programs = os.path.join(sys.argv[1], "bin")

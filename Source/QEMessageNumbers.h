@@ -1,5 +1,10 @@
-// Message numbers of the file "qemsgs", each with its parameters in order.
+// Message numbers of the file "qemsgs", unless another one is named, each with its parameters in order.
 #pragma once
+
+// Locales.
+
+// What the configuration service failed with (text).
+inline constexpr long kQEMsgContentLocaleFailed = 0x35d3fe99;
 
 // Macro scanner and parser.
 
@@ -35,3 +40,54 @@ inline constexpr long kQEMsgMacroWrongArguments = 0x35dc6529;
 inline constexpr long kQEMsgMacroWrongArgumentType = 0x35d7cf2c;
 // The pattern, the function's name.
 inline constexpr long kQEMsgMacroBadPattern = 0x35d7b2b8;
+
+// Log texts of the parameter maps, of the file "QE"; no parameters.
+
+inline constexpr int kQELogConfigurationFileMissing = 0x35dc43d6;
+inline constexpr int kQELogNoParameterMapsSection = 0x35dba539;
+
+// Function catalogue.
+
+// The name that no entry has.
+inline constexpr long kQEMsgUnknownFunction = 0x35d1aa3b;
+
+// Log texts of the function catalogue, of the file "QE": selection.
+
+// The vendor.
+inline constexpr int kQELogUnknownVendor = 0x35d90b2c;
+// The vendor key that has no name.
+inline constexpr int kQELogUnknownVendorKey = 0x35d240e6;
+
+// Units.
+
+// The unit that was added to and the one that was added, as texts.
+inline constexpr long kQEMsgUnlikeUnits = 0x35dfedff;
+
+// Log texts of the function catalogue's files, of the file "QE".
+
+// Which locales there are, the locale without texts.
+inline constexpr int kQELogNoTextsForLocale = 0x35dd45e5;
+// The locale, the key, the second text, the one that is kept.
+inline constexpr int kQELogTextIsGivenAgain = 0x35dfc864;
+// The entry's id, the name.
+inline constexpr int kQELogKindHasNoName = 0x35d2ffde;
+// The entry's kind as a number, its id, the name, the other's kind, id and text.
+inline constexpr int kQELogKindsDiffer = 0x35d0cb52;
+// The kind, the entry's id, the name.
+inline constexpr int kQELogBothHaveLibraries = 0x35db32ff;
+// The entry's id, the name, the canonical text, the other's id, text and canonical text.
+inline constexpr int kQELogCanonicalsDiffer = 0x35d19bfb;
+// The rule's place in its element from 1, the file, the entry's id.
+inline constexpr int kQELogMalformedRule = 0x35de6af7;
+
+// Delimited files.
+
+// The file's name; also for an unknown mode.
+inline constexpr long kQEMsgFileNotOpened = 0x35d783ff;
+// The file's name.
+inline constexpr long kQEMsgFileNotWritten = 0x35d4834c;
+
+// String bucket.
+
+// The number that no string has (text).
+inline constexpr long kQEMsgNoSuchString = 0x35d6063c;

@@ -121,28 +121,27 @@ TEST_F(FunctionDefinition, NamesAreFoundInAnyCaseAndAClientsOnlyAsWritten) {
     definition->AddNamedFunction("mine2", "Own", nullptr);
     definition->AddNamedFunction("mine", "only", definition->GetFunctionById("a"));
     definition->AddFunction("a", root);
-    CheckRows(
-        [&definition](const std::string& name) {
-            std::vector<Node*> found;
-            definition->GetFunctionsByName(name.c_str(), found);
-            Node* const first = definition->GetFunctionByName(name.c_str());
-            return Ids(found) + "; " + (first ? first->GetId().c_str() : "none");
-        },
-        "\xC3\x84HNLICH -> b a; b", "own -> own; own", "Own -> own /; own", "only -> a; a", "Only -> ; none");
+    const auto found = [&definition](const std::string& name) {
+        std::vector<Node*> all;
+        definition->GetFunctionsByName(name.c_str(), all);
+        Node* const first = definition->GetFunctionByName(name.c_str());
+        return Ids(all) + "; " + (first ? first->GetId().c_str() : "none");
+    };
+    CheckRows(found, "\xC3\x84HNLICH -> b a; b", "own -> own; own", "Own -> own /; own", "only -> a; a",
+              "Only -> ; none");
     EXPECT_TRUE(definition->GetFunctionById("mine") == root && !definition->GetFunctionById("A"));
 }
 
 TEST_F(FunctionDefinition, LevelsConsolidateByTheTable) {
-    CheckRows(
-        [](const std::string& first) {
-            std::string row;
-            for (const int second : {-5, 0, 1, 2, 3, 9})
-                row += " " + std::to_string(AQF_I_FunctionDefinition::ConsolidateQosLevels(
-                                 static_cast<Node::EQoSLevel>(std::stoi(first)), static_cast<Node::EQoSLevel>(second)));
-            return row;
-        },
-        "-5 ->  -5 0 1 2 3 9", "0 ->  0 0 1 1 1 0", "1 ->  1 1 1 1 1 1", "2 ->  0 1 1 2 2 0", "3 ->  0 1 1 2 3 0",
-        "4 ->  0 1 1 2 3 0");
+    const auto row = [](const std::string& first) {
+        std::string levels;
+        for (const int second : {-5, 0, 1, 2, 3, 9})
+            levels += " " + std::to_string(AQF_I_FunctionDefinition::ConsolidateQosLevels(
+                                static_cast<Node::EQoSLevel>(std::stoi(first)), static_cast<Node::EQoSLevel>(second)));
+        return levels;
+    };
+    CheckRows(row, "-5 ->  -5 0 1 2 3 9", "0 ->  0 0 1 1 1 0", "1 ->  1 1 1 1 1 1", "2 ->  0 1 1 2 2 0",
+              "3 ->  0 1 1 2 3 0", "4 ->  0 1 1 2 3 0");
 }
 
 // A function with rules such as "interface:OR=limited default:=ok".

@@ -1,6 +1,7 @@
 // The examples of the pages are taken out of them and run. In Docs/macros.md a box "```macro" has lines "$name = text",
 // "@name = one | two", "$map{key} = text" and then "text  ->  result", where a result can be "failure: ..." with its
-// message. On every page indented lines that begin with "$ " are what is typed into a shell.
+// message. On every page indented lines that begin with "$ " are what is typed into a shell, in a directory that the
+// page calls /srv, and a box "```xml FILE" is the content of a file there.
 #include <sstream>
 
 #include "ZBLCore/ZBLException.h"
@@ -60,18 +61,28 @@ TEST_F(ToolTest, EveryExampleOfTheLanguageComesOutAsItSays) {
 TEST_F(ToolTest, EveryDialogueComesOutAsItSays) {
     const std::string setUp =
         "exec 2>&1; export BRINDLE_SETTINGS=/none; PATH=$(dirname " BRINDLE_TOOL_PROGRAM "):$PATH; ";
-    for (const auto& [name, expectedCount] : {std::pair("Docs/macros.md", 3), std::pair("README.md", 2)}) {
+    const std::string here = std::filesystem::current_path();
+    for (const auto& [name, expectedCount] :
+         {std::pair("Docs/macros.md", 3), std::pair("README.md", 2), std::pair("Docs/configuration.md", 3),
+          std::pair("Docs/values.md", 3), std::pair("Docs/csv.md", 5), std::pair("Docs/dimensions.md", 4)}) {
         int count = 0;
-        std::string command, answer;
+        std::string command, answer, file;
         std::istringstream page = Page(name);
         for (std::string line = "-"; page; line.clear(), std::getline(page, line)) {
             const bool begins = line.starts_with("    $ ");
             if (!command.empty() && (begins || !line.starts_with("    "))) {
-                const std::string actual = RunProcess({.arguments = {"/bin/bash", "-c", setUp + command}}).output;
+                std::string actual = RunProcess({.arguments = {"/bin/bash", "-c", setUp + command}}).output;
+                for (std::size_t at = 0; (at = actual.find(here, at)) != actual.npos;)
+                    actual.replace(at, here.size(), "/srv");
                 EXPECT_EQ(actual + (actual.ends_with('\n') ? "" : "\n"), answer) << name << ": " << command;
                 command.clear(), answer.clear(), ++count;
             }
-            if (begins) {
+            if (line.starts_with("```")) {
+                file = line.starts_with("```xml ") ? line.substr(7) : "";
+                if (!file.empty()) std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+            } else if (!file.empty()) {
+                std::ofstream(file, std::ios::app) << line << "\n";
+            } else if (begins) {
                 command = line.substr(6);
             } else if (command.ends_with('|')) {
                 command += line;

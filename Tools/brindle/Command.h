@@ -28,7 +28,12 @@ Action DeclareExpand(CLI::App& parser);
 Action DeclareCheck(CLI::App& parser);
 Action DeclareBlocks(CLI::App& parser);
 Action DeclareDocument(CLI::App& parser);
+Action DeclareParams(CLI::App& parser);
+Action DeclareFunctions(CLI::App& parser);
 Action DeclareName(CLI::App& parser);
 Action DeclareQuery(CLI::App& parser);
+Action DeclareUrl(CLI::App& parser);
+Action DeclareCsv(CLI::App& parser);
+Action DeclareDimensions(CLI::App& parser);
 
 } // namespace brindle_tool

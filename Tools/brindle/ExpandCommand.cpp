@@ -13,6 +13,7 @@
 #include "Files.h"
 #include "MacroFailure.h"
 #include "Parameters.h"
+#include "RunRecord.h"
 
 namespace brindle_tool {
 namespace {
@@ -21,6 +22,7 @@ struct Options {
     std::string file = "-";
     std::string report;
     ParameterOptions parameters;
+    bool performance = false;
 };
 
 EExitStatus Expand(const Options& options) {
@@ -28,15 +30,22 @@ EExitStatus Expand(const Options& options) {
     if (!options.report.empty())
         brindle_platform::overrideOption("QueryEngine", "GetMacroExpansionExecutionReport", "1");
 
+    RunRecord record(options.performance, "brindle expand");
     Parameters parameters(options.parameters);
     const Input input = ReadInput(options.file);
+    record.SetFile(input.name);
     AQM_I_MacroExpander expander;
-    const I18NString expanded = OrMacroFailure(
-        input, parameters.GetTable(), [&] { return expander.Expand(input.text, parameters.GetCoordinator()); });
-
-    if (!options.report.empty())
-        WriteFile(options.report, ZBLIDOM_Helper::serialize(expander.GetExecutionReport()).bytes());
-    WriteOutput(expanded.bytes());
+    const I18NString expanded = OrMacroFailure(input, parameters.GetTable(), [&] {
+        const AQE_AutoPerformance measured = record.Measure(kExpansion);
+        return expander.Expand(input.text, parameters.GetCoordinator());
+    });
+    {
+        const AQE_AutoPerformance measured = record.Measure(kPrinting);
+        if (!options.report.empty())
+            WriteFile(options.report, ZBLIDOM_Helper::serialize(expander.GetExecutionReport()).bytes());
+        WriteOutput(expanded.bytes());
+    }
+    record.End();
     return kSuccess;
 }
 
@@ -48,6 +57,7 @@ Action DeclareExpand(CLI::App& parser) {
     AddParameterOptions(parser, options->parameters);
     AddText(parser, "--report", options->report, "FILE", "write what each block did to FILE, as XML")
         ->check([](const std::string& file) { return file == "-" ? "expected a file, found '-'" : ""; });
+    AddPerformanceOption(parser, options->performance);
     return [options] { return Expand(*options); };
 }
 

@@ -7,11 +7,14 @@
 
 #include "PlatformHooks.h"
 #include "ZBLCore/ZBLException.h"
+#include "ZBLIDOM/ZBLIDOM_Exception.h"
 
 #include "Command.h"
 #include "CommandLine.h"
 #include "Diagnostic.h"
 #include "Files.h"
+#include "Library.h"
+#include "XmlFailure.h"
 
 namespace brindle_tool {
 namespace {
@@ -32,8 +35,24 @@ constexpr Command kCommands[] = {
      "Columns that share a name are told apart in JSON by a number: id, id_2.\n"
      "Example: echo 'select * from customer where name = #sq($n)#' | brindle query --database sales.db -p n=Li",
      DeclareQuery},
+    {"params", "list the parameter maps in force, the strongest first, and where each comes from",
+     "Example: brindle params -p region=North", DeclareParams},
+    {"functions", "show which functions a query may use: as a list, as a tree, or one in full",
+     "A line of the list: id, type, level of support, name.\n"
+     "Example: brindle functions list --interface OR --type summary",
+     DeclareFunctions},
     {"name", "apply the naming and quoting rules, one result to a line",
      "Example: brindle name physical select abc 'a b' 1a", DeclareName},
+    {"csv", "read a delimited file, or convert it to the other dialect",
+     "A line for each record, its fields as JSON texts with tabs between them.\n"
+     "Example: brindle csv orders.csv --to orders.txt",
+     DeclareCsv},
+    {"dimensions", "infer hierarchies from items, keys and groups",
+     "The file: {\"items\": {\"1\": \"year\", \"2\": \"month\"}, \"keys\": [[1, 2]], \"groups\": [[1]]}\n"
+     "Example: brindle dimensions calendar.json",
+     DeclareDimensions},
+    {"url", "list the prompts of a URL, or fill them in",
+     "Example: brindle url 'http://host/report?year=??year??&top=9' -p year=2024", DeclareUrl},
 };
 
 void AddCommand(CLI::App& program, const Command& command, Action& chosen) {
@@ -68,6 +87,7 @@ EExitStatus Run(int argc, const char* const* argv) {
         Show({"brindle", Printable(DescribeUsageError(program, error))});
         return kWrongUsage;
     }
+    const Library library;
     return chosen();
 }
 
@@ -82,6 +102,8 @@ int main(int argc, char** argv) {
         return Run(argc, argv);
     } catch (const Failure& failure) {
         Show(failure.diagnostic());
+    } catch (const ZBLIDOM_Exception& failure) {
+        Show(Describe(failure));
     } catch (const ZBLException& failure) {
         Show({"brindle", Printable(failure.getMessage().bytes())});
     } catch (const std::bad_alloc&) {

@@ -8,6 +8,7 @@
 
 #include "Diagnostic.h"
 #include "Files.h"
+#include "JsonFailure.h"
 
 namespace brindle_tool {
 namespace {
@@ -61,14 +62,7 @@ public:
     }
 
     bool parse_error(std::size_t readBytes, const std::string&, const Json::exception& error) override {
-        // What the parser says opens with the error's name and, mostly, with the place in bytes.
-        std::string_view what = error.what();
-        if (const std::size_t name = what.find("] "); name != what.npos) what.remove_prefix(name + 2);
-        if (const std::size_t column = what.find(" column "); column != what.npos) what.remove_prefix(column);
-        if (const std::size_t colon = what.find(": "); colon != what.npos) what.remove_prefix(colon + 2);
-
-        const Place place = FindPlaceOfByte(m_input.text, readBytes == 0 ? 0 : readBytes - 1);
-        throw Failure({m_input.name + ":" + ToText(place), Printable(what), Excerpt(m_input.text, place)});
+        ThrowJsonFailure(m_input, readBytes, error.what());
     }
 
 private:

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "ABrindle.h"
 #include "AQE_TextUtilities.h"
 
 #include "CommandLine.h"
@@ -35,11 +36,6 @@ void TakeMapEntry(ParameterTable& table, const std::string& assignment) {
     AddValue(table, text.substr(0, colon), text.substr(colon + 1, equals - colon - 1), text.substr(equals + 1));
 }
 
-void Replace(ParameterTable& table, const ParameterTable& stronger) {
-    for (const auto& [name, values] : stronger)
-        table[name] = values;
-}
-
 void NoteMacroValues(const ParameterTable& table) {
     for (const auto& [name, values] : table)
         for (const I18NString& value : values)
@@ -64,8 +60,8 @@ void AddParameterOptions(CLI::App& parser, ParameterOptions& options) {
 
 Parameters::Parameters(const ParameterOptions& options) : m_coordinator(AQU_I_ParameterAccessCoordinator::Create()) {
     for (const std::string& file : options.files)
-        Replace(m_table, ReadParameterFile(file));
-    Replace(m_table, options.given);
+        Replace(ReadParameterFile(file), file);
+    Replace(options.given, "-p/-m");
     if (options.verbose) NoteMacroValues(m_table);
 
     for (const auto& [name, values] : m_table) {
@@ -73,6 +69,17 @@ Parameters::Parameters(const ParameterOptions& options) : m_coordinator(AQU_I_Pa
         if (added) m_coordinator->AddParameterMap(&map->second);
         for (const I18NString& value : values)
             map->second.Set(name.map, name.key, value);
+    }
+    std::vector<AQU_I_ParameterMap*> configured;
+    AQE_I_GetQueryEnginePAC()->GetMaps(configured);
+    for (AQU_I_ParameterMap* const map : configured)
+        m_coordinator->AddParameterMap(map);
+}
+
+void Parameters::Replace(const ParameterTable& stronger, const std::string& source) {
+    for (const auto& [name, values] : stronger) {
+        m_table[name] = values;
+        m_sources[name] = source;
     }
 }
 

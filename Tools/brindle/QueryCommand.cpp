@@ -12,6 +12,7 @@
 #include "MacroFailure.h"
 #include "Parameters.h"
 #include "ResultFormat.h"
+#include "RunRecord.h"
 
 namespace brindle_tool {
 namespace {
@@ -21,23 +22,40 @@ struct Options {
     std::string database;
     std::string format = FormatNames().front();
     ParameterOptions parameters;
+    bool performance = false;
 };
 
-EExitStatus Query(const Options& options) {
-    Parameters parameters(options.parameters);
-    const Input input = ReadInput(options.file);
-    const Input expanded = {input.name, OrMacroFailure(input, parameters.GetTable(), [&] {
-                                return AQM_I_MacroExpander().Expand(input.text, parameters.GetCoordinator());
-                            })};
-
+// The whole result as it is to be printed.
+std::string Execute(const Options& options, const Input& expanded, RunRecord& record) {
+    const AQE_AutoPerformance executing = record.Measure(kExecution);
     const Database database(options.database);
     Statement statement(database, expanded);
     const std::unique_ptr<ResultWriter> writer = MakeResultWriter(options.format);
     writer->SetColumns(statement.GetColumnNames());
-    while (statement.Step())
+    while (statement.Step()) {
+        const AQE_AutoPerformance printing = record.Measure(kPrinting);
         writer->AddRow(statement.GetRow());
-    // Only now, so that a statement that fails at a late row leaves no half result.
-    WriteOutput(writer->TakeText());
+    }
+    const AQE_AutoPerformance printing = record.Measure(kPrinting);
+    return writer->TakeText();
+}
+
+EExitStatus Query(const Options& options) {
+    RunRecord record(options.performance, "brindle query");
+    Parameters parameters(options.parameters);
+    const Input input = ReadInput(options.file);
+    record.SetFile(input.name);
+    const Input expanded = {input.name, OrMacroFailure(input, parameters.GetTable(), [&] {
+                                const AQE_AutoPerformance measured = record.Measure(kExpansion);
+                                return AQM_I_MacroExpander().Expand(input.text, parameters.GetCoordinator());
+                            })};
+    // Printed only now, so that a statement that fails at a late row leaves no half result.
+    const std::string result = Execute(options, expanded, record);
+    {
+        const AQE_AutoPerformance measured = record.Measure(kPrinting);
+        WriteOutput(result);
+    }
+    record.End();
     return kSuccess;
 }
 
@@ -50,6 +68,7 @@ Action DeclareQuery(CLI::App& parser) {
     AddText(parser, "--format", options->format, "FORMAT", "table (unless given), csv or json")
         ->check(CLI::IsMember(FormatNames()).description(""));
     AddParameterOptions(parser, options->parameters);
+    AddPerformanceOption(parser, options->performance);
     return [options] { return Query(*options); };
 }
 
