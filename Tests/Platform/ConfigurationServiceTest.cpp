@@ -14,26 +14,22 @@ const IZBLConfiguration& service = ZBLConfigurationFactory::getInstance();
 std::string Paths(const std::string& path) {
     I18NString completed(path.c_str());
     service.completeFileName(completed);
-    return std::string((service.getFullPath(path.c_str()) + " " + completed).bytes());
+    return (service.getFullPath(path.c_str()) + " " + completed).c_str();
 }
 
 // The normal form, whether it is a content and a product locale, the product locale and the language it maps to.
 std::string Kind(const std::string& text) {
     const I18NString locale = service.normalizeLocale(text.c_str());
-    const char* const kinds[] = {service.isContentLocale(locale) ? " c" : "",
-                                 service.isProductLocale(locale) ? "p " : " "};
-    const I18NString targets = service.mapToProductLocale(locale, 0) + " " + service.mapToLanguage(locale, 0);
-    return std::string((locale + kinds[0] + kinds[1] + targets).bytes());
+    const I18NString kinds = locale + (service.isContentLocale(locale) ? " c" : "") +
+                             (service.isProductLocale(locale) ? "p " : " ") + service.mapToProductLocale(locale, 0);
+    return (kinds + " " + service.mapToLanguage(locale, 0)).c_str();
 }
-
-} // namespace
 
 TEST(ConfigurationService, PathsAreCompletedAgainstTheProgramDirectory) {
     brindle_platform::setProgramDirectory("/opt/./é/bin/");
     CheckRows(Paths, ". -> /opt/é/bin /opt/é/bin/.", " -> /opt/é/bin /opt/é/bin/", "../l -> /opt/é/l /opt/é/bin/../l",
               "a//./b/../c/ -> /opt/é/bin/a/c /opt/é/bin/a//./b/../c/", "../../../../x -> /x /opt/é/bin/../../../../x",
               "/a/../b/ -> /a/../b/ /opt/é/bin//a/../b/");
-    brindle_platform::setProgramDirectory("");
 }
 
 TEST(ConfigurationService, LocalesCountAndMap) {
@@ -47,5 +43,6 @@ TEST(ConfigurationService, LocalesCountAndMap) {
               "zh-tw -> zh-tw cp zh zh", "fr-ca -> fr-ca c fr fr", "pt-brx -> pt-brx cp pt pt");
     brindle_platform::overrideOption("Locales", "ProductLocales", " , ");
     CheckRows(Kind, "fr-ca -> fr-ca cp fr fr");
-    brindle_platform::clearOverrides();
 }
+
+} // namespace

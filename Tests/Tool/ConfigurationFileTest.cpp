@@ -6,8 +6,7 @@ namespace {
 // The working directory is the installation.
 struct ConfigurationFileTest : ToolTest {
     ConfigurationFileTest() {
-        for (const char* const folder : {"bin", "configuration"})
-            std::filesystem::create_directory(folder);
+        std::filesystem::create_directory("bin"), std::filesystem::create_directory("configuration");
         setenv("BRINDLE_HOME", std::filesystem::current_path().c_str(), 1);
     }
     const std::string m_file = std::filesystem::current_path() / "configuration/VKEConfig.xml";
@@ -15,36 +14,30 @@ struct ConfigurationFileTest : ToolTest {
 
 TEST_F(ConfigurationFileTest, ItsValuesStandInFrontOfGivenOnesOrBehindThem) {
     Write(m_file,
-          "<c><section name='ParameterMaps'><map name='_env' priority='90'><entry name='s' value='strong'/></map>"
-          "<map name='_env' priority='-90'><entry name='w' value='weak'/><entry name='v' value='#$w#'/></map>"
-          "<map name='m' priority='90'><entry name='k' value='entry'/></map></section></c>");
+          R"(<c><section name="ParameterMaps"><map name="_env" priority="90"><entry name="s" value="strong"/></map>
+<map name="_env" priority="-90"><entry name="w" value="weak"/><entry name="v" value="#$w#"/></map>
+<map name="m" priority="90"><entry name="k" value="entry"/></map></section></c>)");
     Write("empty.db", "");
     const std::string text = "#$s# #$w# #$v# #$m{'k'}# #csv(@s)#";
     Check(
         {{{"expand", "-p", "s=a", "-m", "m:k=a"}, text, {0, "strong weak weak entry 'a'", ""}},
          {{"expand", "-p", "w=a", "-p", "s=a", "-p", "s=b"}, text, {0, "strong a a entry 'a','b'", ""}},
-         {{"blocks", "--values", "-p", "s=a"}, "#$s#", {0, "0\t3\t-\t-\t\"strong\"\n", ""}},
+         {{"blocks", "--values"}, "#$s#", {0, "0\t3\t-\t-\t\"strong\"\n", ""}},
          {{"query", "--database", "empty.db", "--format", "csv"}, "select #sq($s)# as a", {0, "a\r\nstrong\r\n", ""}}});
 }
 
 TEST_F(ConfigurationFileTest, AnIllFormedOneIsShownInPlaceOfAnyResult) {
-    Write(m_file, "<c>\r\n  <map name='\xC3\xA9'></m\xC3\xA9p>\n</c>");
-    const ProcessResult refused{
-        1, "", m_file + ":2:19: mismatched tag\n  <map name='\xC3\xA9'></m\xC3\xA9p>\n                  ^\n"};
+    Write(m_file, "<c>\r\n  <map name='é'></mép>\n</c>");
+    const std::string place = m_file + ":2:19: mismatched tag\n  <map name='é'></mép>\n                  ^\n";
     for (const char* const command : {"expand", "check", "blocks", "document", "params"})
-        EXPECT_EQ(RunProcess(Request({command}, "#1#")), refused) << command;
-    for (const auto& call : std::vector<std::vector<std::string>>{{"--version"}, {"expand", "--help"}, {"frob"}})
-        EXPECT_EQ(RunProcess(Request(call)).errors.find("VKEConfig"), std::string::npos) << call.front();
-    std::filesystem::remove(m_file), std::filesystem::create_directory(m_file);
-    Check({{{"expand"}, "a", {1, "", m_file + ": not a readable file of at most 1073741824 bytes\n"}}});
+        Check({{{command}, "#1#", {1, "", place}}});
+    for (const char* const call : {"--version", "--help", "frob"})
+        EXPECT_EQ(RunProcess(Request({call})).errors.find("VKEConfig"), std::string::npos) << call;
 }
 
 TEST_F(ConfigurationFileTest, ParamsListsTheMapsByPriorityEachWithItsSource) {
-    const std::string given = "priority 0, map ", from = ", from " + m_file + "\n";
-    Check({{{"params"},
-            "",
-            {0, "priority 90, no map, no file VKEConfig.xml\npriority -90, no map, no file VKEConfig.xml\n", ""}},
-           {{"params", "--json", "-p", "a=1"},
+    const std::string from = ", from " + m_file + "\n", given = "priority 0, map ";
+    Check({{{"params", "--json", "-p", "a=1"},
             "",
             {0,
              R"([{"priority":90,"map":null,"source":null,"entries":[]},{"priority":0,"map":"_env","source":"-p/-m",)"
@@ -52,22 +45,17 @@ TEST_F(ConfigurationFileTest, ParamsListsTheMapsByPriorityEachWithItsSource) {
              ""}}});
     Write(m_file, Read(BRINDLE_TEST_SOURCE_DIR "/Configuration/VKEConfig.xml"));
     Check({{{"params"}, "", {0, "priority 90, map _env" + from + "priority -90, map _env" + from, ""}}});
-
-    Write(m_file,
-          "<c><section name='ParameterMaps'><map name='m' priority='-90'><entry name='k' value='weak'/></map><map "
-          "name='_env' priority='90'><entry name='b' value='&quot;&#10;é'/><entry name='a' "
-          "value=''/></map></section></c>");
-    Write("1.json", R"({"b":"file", "c":["x"], "list":["y","z"], "m":{"k":"1"}})"), Write("2.json", R"({"c":"later"})");
-    std::vector<std::string> call{"params",   "-p",       "b=1",    "-p",       "b=2",   "-m",
-                                  "o:k=#$a#", "--params", "1.json", "--params", "2.json"};
-    const std::string list =
-        "priority 90, map _env" + from + "    a = \"\"\n    b = \"\\\"\\né\"\n" + given +
-        "_env, from -p/-m\n    b = [\"1\",\"2\"]\n" + given + "_env, from 1.json\n    list = [\"y\",\"z\"]\n" + given +
-        "_env, from 2.json\n    c = \"later\"\n" + given + "m, from 1.json\n    k = \"1\"\n" + given +
-        "o, from -p/-m\n    k = \"#$a#\"\npriority -90, map m" + from + "    k = \"weak\"\n";
-    Check({{call, "", {0, list, ""}}});
-    call[0] = "expand"; // a list comes from the command line, whatever the file has
-    Check({{call, "#$b#|#csv(@b)#|#$m{'k'}#|#$o{'k'}#", {0, "\"\né|'1','2'|1|", ""}}});
+    Write(m_file, R"(<c><section name="ParameterMaps"><map name="m" priority="-90"><entry name="k" value="weak"/></map>
+<map name="_env" priority="90"><entry name="b" value="&quot;&#10;é"/><entry name="a" value=""/></map></section></c>)");
+    Write("1.json", R"({"b":"file", "list":["y","z"], "m":{"k":"1"}})"), Write("2.json", R"({"c":"later"})");
+    Check({{{"params", "-p", "b=1", "-p", "b=2", "-m", "o:k=#$a#", "--params", "1.json", "--params", "2.json"},
+            "",
+            {0,
+             "priority 90, map _env" + from + "    a = \"\"\n    b = \"\\\"\\né\"\n" + given +
+                 "_env, from -p/-m\n    b = [\"1\",\"2\"]\n" + given + "_env, from 1.json\n    list = [\"y\",\"z\"]\n" +
+                 given + "_env, from 2.json\n    c = \"later\"\n" + given + "m, from 1.json\n    k = \"1\"\n" + given +
+                 "o, from -p/-m\n    k = \"#$a#\"\npriority -90, map m" + from + "    k = \"weak\"\n",
+             ""}}});
 }
 
 } // namespace

@@ -1,39 +1,31 @@
-// An installation of its own in which there are no texts for messages, so that the log shows their numbers.
+// An installation of its own, without texts for messages, so that the log shows their numbers.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 
 #include <gtest/gtest.h>
 
 #include "PlatformHooks.h"
 
-class InstallationTest : public testing::Test {
-protected:
+struct InstallationTest : testing::Test {
     InstallationTest() {
-        if (mkdtemp(m_root.data()) == nullptr) std::abort();
-        for (const char* const folder : {"/bin", "/configuration"})
-            std::filesystem::create_directory(m_root + folder);
+        std::filesystem::create_directory(m_root + "/bin");
+        std::filesystem::create_directory(m_root + "/configuration");
         brindle_platform::setProgramDirectory((m_root + "/bin").c_str());
         brindle_platform::setLogSink([this](const brindle_platform::LogRecord& record) {
-            m_log += std::to_string(record.level) + std::string(record.text.bytes()) + ";";
-            if (m_whileLogging) m_whileLogging();
+            m_log += std::to_string(record.level) + record.text.c_str() + ";";
         });
     }
     ~InstallationTest() override {
         brindle_platform::setLogSink(nullptr);
-        brindle_platform::setProgramDirectory("");
         std::filesystem::remove_all(m_root);
     }
     void Write(const std::string& content, const std::string& file = "/configuration/VKEConfig.xml") const {
         std::ofstream(m_root + file) << content;
     }
-    void WriteMaps(const std::string& maps, const std::string& file = "/configuration/VKEConfig.xml") const {
-        Write("<c><section name='ParameterMaps'>" + maps + "</section></c>", file);
-    }
 
-    std::string m_root = testing::TempDir() + "brindle-XXXXXX", m_log;
-    std::function<void()> m_whileLogging;
+    const std::string m_root = mkdtemp((testing::TempDir() + "brindle-XXXXXX").data());
+    std::string m_log;
 };

@@ -3,7 +3,6 @@
 
 #include "AQU_ParameterMapVKE.h"
 
-#include "Support/FailureCheck.h"
 #include "Support/Rows.h"
 #include "Util/InstallationFixture.h"
 
@@ -30,13 +29,11 @@ TEST_F(ParameterMapVKE, TheTwoWaysOfReadingDifferInThreePoints) {
     Write(R"(<section name="ParameterMaps"><map name="root" priority="90"/><section name="Other"><map name="other"
  priority="90"/></section><group><section name="ParameterMaps"><x/><map name="_env" priority="90"><entry name="k"
  value="first"/><a><entry name="k" value="läst"/></a><entry name="empty"/><entry value="unnamed"/><Entry name="K"
- value="no"/></map><map name="_env" priority="-90"><entry name="k" value="weak"/></map>
- <deep><map name="blank" priority=" 90"><entry name="k" value="b"/></map></deep>
- <map name="zeros" priority="090"><entry name="k" value="z"/></map>
- <map name="text" priority="ninety"><entry name="k" value="t"/></map>
- <map name="twice" priority="90"><entry name="k" value="one"/><entry name="gone" value="1"/></map>
- <map name="twice" priority="90"><entry name="k" value="two"/></map></section></group>
- <section name="ParameterMaps"><map name="late" priority="90"/></section></section>)");
+ value="no"/></map><map name="_env" priority="-90"><entry name="k" value="weak"/></map><deep><map name="blank"
+ priority=" 90"><entry name="k" value="b"/></map></deep><map name="zeros" priority="090"><entry name="k" value="z"/>
+ </map><map name="text" priority="ninety"><entry name="k" value="t"/></map><map name="twice" priority="90"><entry
+ name="k" value="one"/><entry name="gone" value="1"/></map><map name="twice" priority="90"><entry name="k" value="two"
+ /></map></section></group><section name="ParameterMaps"><map name="late" priority="90"/></section></section>)");
     brindle_test::CheckRows([this](const std::string& question) { return Ask(question); },
                             "_env k 90 -> 1=läst 1=first ", "twice k 90 -> 1=two 1=one ", "twice gone 90 -> -1 1=1 ",
                             "blank k 90 -> 1=b -2 ", "zeros k 90 -> 1=z -2 ", "text k 0 -> 1=t -2 ",
@@ -48,33 +45,32 @@ TEST_F(ParameterMapVKE, TheTwoWaysOfReadingDifferInThreePoints) {
 }
 
 TEST_F(ParameterMapVKE, NamesAndEntriesComeFromMemoryAlone) {
-    WriteMaps("<map name='m' priority='90'><entry name='b' value='2'/><entry name='a' value='1'/></map>"
-              "<map name='_env' priority='90'/><map name='n' priority='-90'/>");
+    Write("<c><section name='ParameterMaps'><map name='m' priority='90'><entry name='b' value='2'/><entry name='a' "
+          "value='1'/></map><map name='_env' priority='90'/><map name='n' priority='-90'/></section></c>");
     for (const bool inMemory : {true, false}) {
         AQU_ParameterMapVKE vke("VKEConfig.xml", -90, 90, inMemory);
         std::vector<I18NString> texts{"kept"};
         std::vector<std::pair<I18NString, I18NString>> entries{{"kept", ""}};
-        vke.GetMapNames(texts);
-        vke.SetDefault("m", "default");
-        const std::vector<int> results = {vke.GetAllEntries("m", entries), vke.GetAllEntries("n", entries),
-                                          vke.Get("m", "a", texts), vke.GetDefault("m", texts[0]),
-                                          vke.Get("a", texts[0])};
-        EXPECT_EQ(testing::PrintToString(std::tuple(results, texts, entries)),
-                  inMemory ? "({ 1, -2, 0, -1, -1 }, { kept, _env, m }, { (kept, ), (a, 1), (b, 2) })"
-                           : "({ -2, -2, 0, -1, -1 }, { kept }, { (kept, ) })");
+        vke.GetMapNames(texts), vke.SetDefault("m", "default");
+        const int results[] = {vke.GetAllEntries("m", entries), vke.GetAllEntries("n", entries),
+                               vke.Get("m", "a", texts), vke.GetDefault("m", texts[0]), vke.Get("a", texts[0])};
         vke.SetPriority(-90); // the document is searched for the priority that the object has now
-        EXPECT_EQ(vke.Get("n", "a", texts[0]), inMemory ? -2 : -1);
+        EXPECT_EQ(testing::PrintToString(std::tuple(results, vke.Get("n", "a", texts[0]), texts, entries)),
+                  inMemory ? "({ 1, -2, 0, -1, -1 }, -2, { kept, _env, m }, { (kept, ), (a, 1), (b, 2) })"
+                           : "({ -2, -2, 0, -1, -1 }, -1, { kept }, { (kept, ) })");
     }
 }
 
 TEST_F(ParameterMapVKE, OneOfTwoFilesCountsOrNone) {
-    const std::string missing = "-4 -4 3QE 0x35dc43d6;3QE 0x35dc43d6;";
+    const std::string missing = "-4 -4 3QE 0x35dc43d6;3QE 0x35dc43d6;",
+                      file = "<c><section name='ParameterMaps'><map name='_env' priority='90'><entry name='k' value='";
     EXPECT_EQ(Ask("_env k 90"), missing);
-    WriteMaps("<map name='_env' priority='90'><entry name='k' value='plain'/></map>", "/bin/VKEConfig.xml");
+    Write(file + "plain'/></map></section></c>", "/bin/VKEConfig.xml");
     EXPECT_EQ(Ask("_env k 90"), "1=plain 1=plain ");
-    WriteMaps("<map name='_env' priority='90'><entry name='k' value='preferred'/></map>");
+    Write(file + "preferred'/></map></section></c>");
     EXPECT_EQ(Ask("_env k 90"), "1=preferred 1=preferred ");
     EXPECT_EQ(AQU_ParameterMapVKE::FindFile(I18NString("VKEConfig.xml\0.bak", 18)), "");
+    EXPECT_EQ(AQU_ParameterMapVKE::FindFile(""), (m_root + "/bin/").c_str());
     Write("");
     EXPECT_EQ(Ask("_env k 90"), missing);
 }
