@@ -13,17 +13,15 @@ struct ConfigurationFileTest : ToolTest {
 };
 
 TEST_F(ConfigurationFileTest, ItsValuesStandInFrontOfGivenOnesOrBehindThem) {
-    Write(m_file,
-          R"(<c><section name="ParameterMaps"><map name="_env" priority="90"><entry name="s" value="strong"/></map>
-<map name="_env" priority="-90"><entry name="w" value="weak"/><entry name="v" value="#$w#"/></map>
+    Write(m_file, R"(<c><section name="ParameterMaps"><map name="_env" priority="90"><entry name="s" value="strong"/>
+</map><map name="_env" priority="-90"><entry name="w" value="weak"/><entry name="v" value="#$w#"/></map>
 <map name="m" priority="90"><entry name="k" value="entry"/></map></section></c>)");
-    Write("empty.db", "");
     const std::string text = "#$s# #$w# #$v# #$m{'k'}# #csv(@s)#";
     Check(
         {{{"expand", "-p", "s=a", "-m", "m:k=a"}, text, {0, "strong weak weak entry 'a'", ""}},
          {{"expand", "-p", "w=a", "-p", "s=a", "-p", "s=b"}, text, {0, "strong a a entry 'a','b'", ""}},
          {{"blocks", "--values"}, "#$s#", {0, "0\t3\t-\t-\t\"strong\"\n", ""}},
-         {{"query", "--database", "empty.db", "--format", "csv"}, "select #sq($s)# as a", {0, "a\r\nstrong\r\n", ""}}});
+         {{"query", "--database", ":memory:", "--format", "csv"}, "select #sq($s)# as a", {0, "a\r\nstrong\r\n", ""}}});
 }
 
 TEST_F(ConfigurationFileTest, AnIllFormedOneIsShownInPlaceOfAnyResult) {
@@ -36,26 +34,20 @@ TEST_F(ConfigurationFileTest, AnIllFormedOneIsShownInPlaceOfAnyResult) {
 }
 
 TEST_F(ConfigurationFileTest, ParamsListsTheMapsByPriorityEachWithItsSource) {
-    const std::string from = ", from " + m_file + "\n", given = "priority 0, map ";
-    Check({{{"params", "--json", "-p", "a=1"},
-            "",
-            {0,
-             R"([{"priority":90,"map":null,"source":null,"entries":[]},{"priority":0,"map":"_env","source":"-p/-m",)"
-             R"("entries":[{"key":"a","values":["1"]}]},{"priority":-90,"map":null,"source":null,"entries":[]}])",
-             ""}}});
+    const auto list = [](const std::vector<std::string>& call) { return RunProcess(Request(call)).output; };
+    EXPECT_EQ(list({"params", "--json", "-p", "a=1"}),
+              R"([{"priority":90,"map":null,"source":null,"entries":[]},{"priority":0,"map":"_env","source":"-p/-m",)"
+              R"("entries":[{"key":"a","values":["1"]}]},{"priority":-90,"map":null,"source":null,"entries":[]}])");
+    const std::string strong = "priority 90, map _env, from " + m_file + "\n", given = "priority 0, map ";
     Write(m_file, Read(BRINDLE_TEST_SOURCE_DIR "/Configuration/VKEConfig.xml"));
-    Check({{{"params"}, "", {0, "priority 90, map _env" + from + "priority -90, map _env" + from, ""}}});
-    Write(m_file, R"(<c><section name="ParameterMaps"><map name="m" priority="-90"><entry name="k" value="weak"/></map>
-<map name="_env" priority="90"><entry name="b" value="&quot;&#10;é"/><entry name="a" value=""/></map></section></c>)");
-    Write("1.json", R"({"b":"file", "list":["y","z"], "m":{"k":"1"}})"), Write("2.json", R"({"c":"later"})");
-    Check({{{"params", "-p", "b=1", "-p", "b=2", "-m", "o:k=#$a#", "--params", "1.json", "--params", "2.json"},
-            "",
-            {0,
-             "priority 90, map _env" + from + "    a = \"\"\n    b = \"\\\"\\né\"\n" + given +
-                 "_env, from -p/-m\n    b = [\"1\",\"2\"]\n" + given + "_env, from 1.json\n    list = [\"y\",\"z\"]\n" +
-                 given + "_env, from 2.json\n    c = \"later\"\n" + given + "m, from 1.json\n    k = \"1\"\n" + given +
-                 "o, from -p/-m\n    k = \"#$a#\"\npriority -90, map m" + from + "    k = \"weak\"\n",
-             ""}}});
+    EXPECT_EQ(list({"params"}), strong + "priority -90, map _env, from " + m_file + "\n") << "the sample sets nothing";
+    Write(m_file, R"(<c><section name="ParameterMaps"><map name="_env" priority="90"><entry name="b"
+ value="&quot;&#10;é"/><entry name="a" value=""/></map></section></c>)");
+    Write("1.json", R"({"b":"file", "list":["y","z"], "m":{"k":"1"}})");
+    EXPECT_EQ(list({"params", "-p", "b=1", "-p", "b=2", "-m", "o:k=#$a#", "--params", "1.json"}),
+              strong + "    a = \"\"\n    b = \"\\\"\\né\"\n" + given + "_env, from -p/-m\n    b = [\"1\",\"2\"]\n" +
+                  given + "_env, from 1.json\n    list = [\"y\",\"z\"]\n" + given + "m, from 1.json\n    k = \"1\"\n" +
+                  given + "o, from -p/-m\n    k = \"#$a#\"\npriority -90, no map, from " + m_file + "\n");
 }
 
 } // namespace
