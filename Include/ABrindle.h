@@ -19,8 +19,9 @@
 
 class AQU_I_ParameterAccessCoordinator;
 
-// The caller's name is not read. Any thread; a start waits for a start or an end that another thread is in, and a call
-// from inside a start or an end on the same thread does nothing.
+// The caller's name is not read. Any thread; a start waits for a start or an end that another thread is in. On the same
+// thread a start from inside a start does nothing, and an end from inside either nothing too; but a start from inside
+// an end counts, and what it starts the rest of that end takes down.
 
 // Answers 0, or the result of the first step that failed. A failed first start counts like any other and is not undone:
 // the next start answers 0 and retries nothing, so the caller ends the library for it. What a step throws passes out,
@@ -32,7 +33,8 @@ BRINDLE_API long ABrindle_Initialize(const char* callerName);
 BRINDLE_API long ABrindle_Terminate(const char* callerName);
 
 // The maps of "VKEConfig.xml", at priority 90 in front of every other map and at -90 behind them. Null before the first
-// start; behind the last end the pointer is no longer valid. The coordinator and its maps are the library's.
+// start; behind the last end the pointer is no longer valid. The coordinator and its maps are the library's, and the
+// last end deletes also those that were added to it.
 BRINDLE_API AQU_I_ParameterAccessCoordinator* AQE_I_GetQueryEnginePAC();
 
 // Registers: set and answered as they are, null at first, never looked into and never freed. They take no lock, so they

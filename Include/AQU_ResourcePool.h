@@ -52,6 +52,7 @@ private:
     Items* ItemsOf(long type);
     static void EraseAndDelete(Items& items, AQU_ResourceItem* item);
 
-    std::vector<Items> m_items;
+    // Goes last: the higher pool may end with it.
     ZBLSmartPointer<AQU_ResourcePool> m_higherPool;
+    std::vector<Items> m_items;
 };

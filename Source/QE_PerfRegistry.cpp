@@ -93,8 +93,8 @@ void QE_PerfFitToRegistry(AQE_QueryPerfData& data) {
     const ZBLThreadGuard guard(QE_PerfLock);
     const QE_PerfNames& names = QE_PerfGuarded().m_names;
     const std::size_t components = names.m_components.size();
-    QE_PerfGrow(data.m_components, components);
     QE_PerfGrow(data.m_messages, components);
+    QE_PerfGrow(data.m_components, components);
     for (std::size_t component = 0; component < std::min(components, names.m_functions.size()); ++component)
         QE_PerfGrow(data.m_components[component].m_functions, names.m_functions[component].size());
 }
@@ -102,7 +102,7 @@ void QE_PerfFitToRegistry(AQE_QueryPerfData& data) {
 std::int64_t QE_PerfInUnits(std::int64_t ticks) {
     double units = static_cast<double>(ticks) * timeUnitFactor;
     if (QE_PerfHasCounter) units /= static_cast<double>(ticksPerSecond);
-    // The greatest double below 2^63 and the least number itself: a factor can be as large as 2^32.
+    // The greatest double below 2^63, which a factor of up to 2^32 can exceed.
     constexpr double bound = 9223372036854774784.0;
     return static_cast<std::int64_t>(std::clamp(units, -bound, bound));
 }
@@ -126,13 +126,13 @@ int TarnPerformance::RegisterComponent(const I18NString& name) {
 }
 
 // In both forms for a run its summary comes first, so that it is never shorter than a query, even if memory runs out in
-// between.
+// between; for the same reason no table of components is longer than that of their messages.
 int TarnPerformance::RegisterComponent(AQE_PerfData* data, const I18NString& name) {
     if (data == nullptr) return -1;
     const int component = RegisterComponent(name);
     const auto grow = [size = static_cast<std::size_t>(component) + 1](AQE_QueryPerfData& tables) {
-        QE_PerfGrow(tables.m_components, size);
         QE_PerfGrow(tables.m_messages, size);
+        QE_PerfGrow(tables.m_components, size);
     };
     grow(data->m_summary);
     std::for_each(data->m_queries.begin(), data->m_queries.end(), grow);

@@ -21,6 +21,9 @@ if(TARGET brindle-tool)
     endif()
     set_target_properties(brindle-tool PROPERTIES INSTALL_RPATH "${tool_rpath}")
     install(TARGETS brindle-tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(FILES "${PROJECT_BINARY_DIR}/share/man/man1/brindle.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    install(FILES "${PROJECT_BINARY_DIR}/share/bash-completion/completions/brindle"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
 endif()
 
 cmake_path(APPEND CMAKE_INSTALL_BINDIR "../configuration" OUTPUT_VARIABLE configuration_destination)

@@ -40,29 +40,28 @@ const char* skipAscii(const char* at, const char* end) {
 
 // The legal second bytes behind a lead byte. Narrowed ranges keep out overlong forms (E0, F0), surrogates (ED) and
 // values above U+10FFFF (F4); none is legal behind a byte that leads nothing. The further bytes may be any continuation
-// bytes.
+// bytes. "None" is all zeros: g++ 12 leaves the end of such a table zero whatever its members' defaults are.
 struct SecondByte {
-    unsigned char lowest = 0xFF;
-    unsigned char highest = 0;
+    unsigned char lowest;
+    unsigned char count;
 };
 
 // For the lead bytes from 0x80 on.
 constexpr std::array<SecondByte, 128> kSecondBytes = [] {
     std::array<SecondByte, 128> ranges{};
     for (std::size_t lead = 0xC2; lead <= 0xF4; ++lead)
-        ranges[lead - 0x80] = {0x80, 0xBF};
-    ranges[0xE0 - 0x80].lowest = 0xA0;
-    ranges[0xED - 0x80].highest = 0x9F;
-    ranges[0xF0 - 0x80].lowest = 0x90;
-    ranges[0xF4 - 0x80].highest = 0x8F;
+        ranges[lead - 0x80] = {0x80, 0x40};
+    ranges[0xE0 - 0x80] = {0xA0, 0x20};
+    ranges[0xED - 0x80] = {0x80, 0x20};
+    ranges[0xF0 - 0x80] = {0x90, 0x30};
+    ranges[0xF4 - 0x80] = {0x80, 0x10};
     return ranges;
 }();
 
 // Whether the byte behind the lead byte at `at` may follow it.
 bool hasLegalSecond(const char* at) {
     const SecondByte& range = kSecondBytes[static_cast<unsigned char>(at[0]) - 0x80u];
-    const auto second = static_cast<unsigned char>(at[1]);
-    return second >= range.lowest && second <= range.highest;
+    return static_cast<unsigned char>(static_cast<unsigned char>(at[1]) - range.lowest) < range.count;
 }
 
 // The length of the character that begins with a byte above 0x7F; 0 if it is ill-formed. The length comes from

@@ -3,15 +3,12 @@
 #include <new>
 #include <numeric>
 #include <random>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
 #include "ZBLIDOM/ZBLIDOM_Parser.h"
-#include "ZBLIDOM/ZBLIDOM_View.h"
 
 #include "QFFunctionLoader.h"
 #include "QFFunctionLoaderOrder.h"
@@ -23,12 +20,12 @@ namespace {
 
 TEST(FunctionLoader, RunsOutOfMemoryAnywhereAndLoadsTheNextTime) {
     brindle_test::TestCatalogue catalogue;
-    catalogue.Fill("<group><id>a group with a long id</id><interface>all_rel</interface><vendor>v</vendor><function>"
+    catalogue.Fill("<group><id>a group with a long id</id><interface>all_olap</interface><vendor>v</vendor><function>"
                    "<id>f</id><dll>a library</dll><other>a text of some length</other><parameter type='t'/><qosLevel>"
-                   "<rule><default/><value>ok</value></rule><rule/></qosLevel></function></group>",
+                   "<rule><interface>or</interface></rule></qosLevel></function></group>",
                    {{"en-us", "<string id='f'>A name of some length</string><string id='f.tip'>A tip</string>"}});
     bool hasLoaded = false;
-    for (long allocations = 0; !hasLoaded; ++allocations) {
+    for (long allocations = 0; !hasLoaded && allocations < 20'000; ++allocations)
         // Another thread each time: a guard that wasn't given back would hold it up.
         std::thread([&] {
             brindle_test::allocationsLeft = allocations;
@@ -38,52 +35,38 @@ TEST(FunctionLoader, RunsOutOfMemoryAnywhereAndLoadsTheNextTime) {
             }
             brindle_test::allocationsLeft = -1;
         }).join();
-        ASSERT_LT(allocations, 20'000);
-    }
     const AQF_FunctionPool& pool = *AQF_FunctionPool::GetInstance();
-    ASSERT_TRUE(pool.FindById("f") && pool.root->kindCounts);
+    ASSERT_TRUE(hasLoaded && pool.FindById("f") && pool.root->kindCounts);
     EXPECT_EQ(*pool.root->kindCounts, (AQF_FunctionDescription::KindCounts{0, 1, 1}));
     EXPECT_EQ(pool.FindByName("a name OF some length").first->second, pool.FindById("f"));
+    EXPECT_TRUE(pool.HasInterface("OR") && pool.HasInterface("LA") && pool.interfaces.size() == 11);
     AQF_DeletePool();
 }
 
 TEST(FunctionLoader, OrdersTextsByTheirBytesAndEqualOnesAsTheyCame) {
     std::minstd_rand random(20'261);
-    for (const std::size_t count : {0U, 1U, 2U, 255U, 256U, 257U, 5000U}) {
+    for (const std::size_t count : {0U, 1U, 256U, 257U, 5000U}) {
         std::vector<std::string> texts(count);
+        AQF_TextOrder order;
         for (std::string& text : texts) {
             text.assign(8 * (random() % 3), 'x');
             for (auto more = random() % 5; more > 0; --more)
                 text += std::string("\0a\xC3\xFF", 4)[random() % 4];
+            order.Add(text);
         }
         std::vector<std::uint32_t> expected(count);
         std::iota(expected.begin(), expected.end(), 0U);
         std::stable_sort(expected.begin(), expected.end(), [&](auto a, auto b) { return texts[a] < texts[b]; });
-        AQF_TextOrder order;
-        for (const std::string& text : texts)
-            order.Add(text);
         EXPECT_EQ(order.Sort(), expected) << count;
     }
 }
 
-TEST(DocumentView, GoesThroughADocumentThatIsReadAgainInTheSameMemory) {
-    ZBLIDOM_Document document =
-        ZBLIDOM_DOMImplementation::getInstance().createDocument("", "TT", ZBLIDOM_DocumentType());
-    const std::string large(100'000, 'x');
-    for (int round = 0; round < 3; ++round) {
-        ZBLIDOM_Parser(0).parseText("<a k='v'><b>1<![CDATA[2]]></b>t<c>" + large + "<d/></c></a>", document);
-        std::string seen;
-        for (ZBLIDOM_View node(document); node; node = node.getNextInOrder())
-            seen += node.getNodeType() == ZBLIDOM_ELEMENT_NODE ? node.getTagName() : node.getNodeValue().substr(0, 2);
-        EXPECT_EQ(seen, "ab12tcxxd");
-        const ZBLIDOM_View top = ZBLIDOM_View(document).getFirstElement();
-        EXPECT_EQ(top.getAttribute("k").substr(0, 9), "v");
-        EXPECT_EQ(top.getFirstElement().getNextElement().getTagName(), "c");
-        EXPECT_FALSE(top.getNextElement() || ZBLIDOM_View().getFirstChild() || ZBLIDOM_View().getNextInOrder());
-    }
+TEST(DocumentView, StaysWhereItIsAsLongAsThereIsAHandle) {
+    auto document = ZBLIDOM_DOMImplementation::getInstance().createDocument("", "TT", ZBLIDOM_DocumentType());
+    ZBLIDOM_Parser(0).parseText("<a><b/></a>", document);
     const ZBLIDOM_Node kept = document.getDocumentElement().getFirstChild();
     ZBLIDOM_Parser(0).parseText("<e/>", document);
-    EXPECT_EQ(ZBLIDOM_View(kept).getTagName(), "b") << "what a handle refers to isn't written over";
+    EXPECT_EQ(ZBLIDOM_View(kept).getTagName(), "b");
 }
 
 } // namespace

@@ -32,10 +32,15 @@ TEST_F(PerformanceData, NamesAreEnteredOnceAndForAllRuns) {
     // The empty name is never found.
     for (const auto& [name, number] : {std::pair("MDDS", 2), {"", 4}, {"", 5}, {"x", 6}, {"x", 6}})
         EXPECT_EQ(TarnPerformance::RegisterComponent(name), number);
-    const std::tuple<int, const char*, int> functions[] = {
-        {0, "sqlGenericOther", 8}, {6, "f", 0},   {6, "g", 1},     {6, "f", 0},
-        {65535, "f", 0},           {-1, "f", -1}, {65536, "f", -1}};
-    for (const auto& [component, name, number] : functions)
+    using Row = std::tuple<int, const char*, int>;
+    for (const auto& [component, name, number] : {Row(0, "sqlStart", 3),
+                                                  {6, "f", 0},
+                                                  {6, "g", 1},
+                                                  {6, "f", 0},
+                                                  {65535, "f", 0},
+                                                  {-1, "f", -1},
+                                                  {65536, "f", -1},
+                                                  {1, "x", 1}})
         EXPECT_EQ(TarnPerformance::RegisterComponentFunction(component, name), number);
     Start();
     EXPECT_EQ(TarnPerformance::RegisterComponent("y"), 4) << "a new start forgets all but the built-in names";
@@ -51,10 +56,10 @@ TEST_F(PerformanceData, TablesGrowWithWhatIsRegistered) {
     TarnPerformance::RegisterComponentFunction(m_run.get(), 5, "g"); // of a component that the run doesn't have
     Spend(0, 5, 0, 1);
     EXPECT_EQ(TakeLog(), "7 Performance internal error: Component ID5 is not registered.\n");
-    TarnPerformance::RegisterComponent(m_run.get(), "unseen");
-    TarnPerformance::RegisterComponentFunction(m_run.get(), 5, "g");
-    TarnPerformance::RegisterComponent(m_run.get(), "UDA"); // shrinks nothing, and neither does its function
-    TarnPerformance::RegisterComponentFunction(m_run.get(), 0, "sqlStart");
+    for (const auto& [name, number, function] : {std::tuple("unseen", 5, "g"), {"UDA", 0, "sqlStart"}}) {
+        TarnPerformance::RegisterComponent(m_run.get(), name); // the second shrinks nothing
+        TarnPerformance::RegisterComponentFunction(m_run.get(), number, function);
+    }
     Spend(0, 5, 0, 2), Spend(1, 0, 8, 4);
     m_run->AddProviderMessage(0, 5, ELogLevel(1), "m");
     const std::string rest = " late=1( f=1x1) UDA=4( sqlGenericOther=4x1)";
@@ -63,14 +68,12 @@ TEST_F(PerformanceData, TablesGrowWithWhatIsRegistered) {
 
 TEST_F(PerformanceData, AnUnregisteredNumberIsLoggedAndNotMeasured) {
     Start();
-    const std::tuple<int, int, int, const char*> rows[] = {
-        {1, 9, 9, "Query ID 1 is not registered."},
-        {-1, 0, 0, "Query ID -1 is not registered."},
-        {0, 4, 9, "Component ID4 is not registered."},
-        {0, -1, 0, "Component ID-1 is not registered."},
-        {0, 1, 1, "Function ID1 is not registered for provider DMB"},
-        {0, 3, -1, "Function ID-1 is not registered for provider BAPI"}};
-    for (const auto& [query, component, function, problem] : rows) {
+    using Row = std::tuple<int, int, int, const char*>;
+    for (const auto& [query, component, function, problem] :
+         {Row(1, 9, 9, "Query ID 1 is not registered."), Row(-1, 0, 0, "Query ID -1 is not registered."),
+          Row(0, 4, 9, "Component ID4 is not registered."), Row(0, -1, 0, "Component ID-1 is not registered."),
+          Row(0, 1, 1, "Function ID1 is not registered for provider DMB"),
+          Row(0, 3, -1, "Function ID-1 is not registered for provider BAPI")}) {
         const AQE_AutoPerformance guard(m_run.get(), query, component, function);
         EXPECT_EQ(TakeLog(), "7 Performance internal error: " + std::string(problem) + "\n");
         EXPECT_FALSE(m_run->IsBeingInstrumented());
@@ -90,8 +93,8 @@ TEST_F(PerformanceData, TheFiftyFirstNestedGuardMeasuresNothing) {
 TEST_F(PerformanceData, GuardsThatOutliveTheirDataTouchNothing) {
     Start();
     std::list<AQE_AutoPerformance> guards;
-    guards.emplace_back(m_run.get(), 0, 0, 0);
-    guards.emplace_back(m_run.get(), 0, 1, 0);
+    for (const int component : {0, 1})
+        guards.emplace_back(m_run.get(), 0, component, 0);
     Spend(0, 0, 3, 5);
     m_run.reset();
     bool isRead = false;
@@ -105,11 +108,11 @@ TEST_F(PerformanceData, GuardsThatOutliveTheirDataTouchNothing) {
 
 TEST_F(PerformanceData, VerbosityDecidesWhichMessagesAreKept) {
     const std::string all = " MDDSDoRequest=1x1 '0' '1' '2' '3'";
-    const std::pair<int, std::string> rows[] = {
-        {50000, " '0' '1'"}, {30000, " '0' '1' '2'"}, {20000, all}, {10000, all + " '6' '7' '17'"}};
-    for (const auto& [threshold, kept] : rows) {
-        Start(threshold);
-        Spend(0, 2, 0, 1);
+    for (const auto& [threshold, kept] : {std::pair(50000, std::string(" '0' '1'")),
+                                          {30000, " '0' '1' '2'"},
+                                          {20000, all},
+                                          {10000, all + " '6' '7' '17'"}}) {
+        Start(threshold), Spend(0, 2, 0, 1);
         for (const int level : {0, 1, 2, 3, 6, 7, 17})
             for (const auto& [query, component] : {std::pair(0, 2), {1, 2}, {-1, 2}, {0, 4}, {0, -1}})
                 m_run->AddProviderMessage(query, component, ELogLevel(level), std::to_string(level).c_str());
@@ -118,12 +121,9 @@ TEST_F(PerformanceData, VerbosityDecidesWhichMessagesAreKept) {
 }
 
 TEST_F(PerformanceData, ThePoolHoldsTheDataOfTheRun) {
-    struct Other : AQU_ResourceItem {
-        void* m_value = this;
-    };
     Start();
     AQU_ResourcePool strange, pool;
-    strange.AddResourceItem(8, new Other);
+    strange.AddResourceItem(8, new AQU_ResourceItem);
     const auto measure = [&](AQU_ResourcePool* from) {
         AQE_ResourcePerformance::AddProviderMessage(from, 0, 2, ELogLevel(1), "m");
         const AQE_AutoPerformance guard(from, 0, 2, 0);

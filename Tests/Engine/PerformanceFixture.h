@@ -10,7 +10,6 @@
 #include <optional>
 #include <regex>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -22,25 +21,22 @@
 
 class PerformanceFixture : public testing::Test {
 protected:
-    PerformanceFixture() : m_root(testing::TempDir() + "brindle-XXXXXX") {
-        if (mkdtemp(m_root.data()) == nullptr) std::abort();
+    PerformanceFixture() {
         using namespace brindle_platform;
-        setProgramDirectory((m_root + "/bin").c_str());
+        if (mkdtemp(m_root.data()) == nullptr) std::abort();
+        setProgramDirectory((m_root + "/bin").c_str()), setProcessId(77), setLogLevel("QueryEngine", 7);
         setPerformanceCounter([this] { return m_clock; }), setMillisClock([this] { return m_clock; });
-        setTimeStamp([this](int form) { return form == 0 ? I18NString("S") : m_stamp; }), setProcessId(77);
-        setLogLevel("QueryEngine", 7);
+        setTimeStamp([this](int form) { return form == 0 ? I18NString("S") : m_stamp; });
         setLogSink([this](const LogRecord& record) {
             m_log += std::to_string(record.level) + " " + record.text.c_str() + "\n";
         });
     }
     ~PerformanceFixture() override {
         using namespace brindle_platform;
-        m_run.reset();
-        TarnPerformance::Terminate();
+        m_run.reset(), TarnPerformance::Terminate();
         setProgramDirectory(""), setPerformanceCounter(nullptr), setMillisClock(nullptr), setTimeStamp(nullptr);
-        setLogSink(nullptr), setPerformanceCounterPresent(true), setProcessId({});
-        clearLoggerThresholds(), clearLogLevels(), clearOverrides();
-        std::filesystem::remove_all(m_root);
+        setLogSink(nullptr), setPerformanceCounterPresent(true), setProcessId({}), clearOverrides();
+        clearLoggerThresholds(), clearLogLevels(), std::filesystem::remove_all(m_root);
     }
 
     // With a run that has one query, "q". Verbosity 0 without a threshold, 7 for 10000 and below, 3, 2, 1 for 20000,
@@ -67,29 +63,27 @@ protected:
     // Ends run and instrumentation, and takes the file away. Each run is "name=total", then each component with its
     // time and, in brackets, its functions with time and calls, and its messages; then the queries in the same way.
     std::string TakeRuns(const std::string& path = "/logs/Performance_S.xml") {
-        m_run.reset();
-        TarnPerformance::Terminate();
+        m_run.reset(), TarnPerformance::Terminate();
         std::string text = Read(m_root + path);
         std::filesystem::remove(m_root + path);
         const char* const rules[][2] = {
-            {"[\t\n]|[^]*</ElementAndAttributeIndex>|</(RP|RS|RQ|LMs|PerformanceData)>|<LMs>", ""},
-            {"<RP n=\"([^\"]*)\"[^>]*>", "$1"},
-            {"<RS et=\"(-?\\d+)\" >", "=$1"},
-            {"<CF n=\"([^\"]*)\" et=\"(-?\\d+)\" nc=\"(\\d+)\" />", " $1=$2x$3"},
-            {"<RQ n=\"([^\"]*)\" et=\"(-?\\d+)\" >", "; $1=$2"},
-            {"<C n=\"([^\"]*)\" et=\"(-?\\d+)\" >", " $1=$2("},
-            {"<LM><!\\[CDATA\\[(.*?)\\]\\]></LM>", " '$1'"},
-            {"</C>", ")"},
-        };
+            {"[\t\n]|[^]*</ElementAndAttributeIndex>|</(R.|LMs|PerformanceData)>|<LMs>", ""},
+            {R"(<RP n="(.*?)".*?><RS et="(.*?)" >)", "$1=$2"},
+            {R"(<RQ n="(.*?)" et="(.*?)" >)", ";
+        $1 = $2 "},
+        {R"(<C n="(.*?)" et="(.*?)" >)", " $1=$2("},
+            {R"(<CF n="(.*?)" et="(.*?)" nc="(.*?)" />)", " $1=$2x$3"},
+            {R"(<LM><!\[CDATA\[(.*?)\]\]></LM>)", " '$1'"},
+            {"</C>", ")"}};
         for (const auto& [form, shown] : rules)
             text = std::regex_replace(text, std::regex(form), shown);
         return text;
-    }
+        }
 
-    std::string TakeLog() { return std::exchange(m_log, ""); }
+        std::string TakeLog() { return std::exchange(m_log, ""); }
 
-    std::unique_ptr<AQE_PerfData> m_run;
-    std::string m_root, m_log;
-    std::int64_t m_clock = 1000;
-    I18NString m_stamp = "then";
-};
+        std::unique_ptr<AQE_PerfData> m_run;
+        std::string m_root = testing::TempDir() + "brindle-XXXXXX", m_log;
+        std::int64_t m_clock = 1000;
+        I18NString m_stamp = "then";
+    };

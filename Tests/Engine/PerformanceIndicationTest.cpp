@@ -27,12 +27,13 @@ protected:
         });
     }
     ~PerformanceIndication() override {
-        setMillisClock(nullptr), setIndicationSink(nullptr), setLogSink(nullptr), clearLoggerThresholds(),
-            clearOverrides();
+        setMillisClock(nullptr), setIndicationSink(nullptr), setLogSink(nullptr);
+        clearLoggerThresholds(), clearOverrides();
     }
 
     // What a guard of the level sends if `during` is called within it, 25 milliseconds after the start.
-    std::string Guarded(AQE_IPFPerformance* owner, int level, const std::function<void()>& during) {
+    std::string Guarded(
+        AQE_IPFPerformance* owner, int level, const std::function<void()>& during = [] {}) {
         I18NString classId = "C", methodId = "M", session = "S", request = "R", data = "before";
         {
             const AQE_Performance guard(owner, level, classId, methodId, session, request, data);
@@ -48,10 +49,14 @@ protected:
 };
 
 TEST_F(PerformanceIndication, LoggerIsEnabledFromItsThresholdOn) {
-    const std::pair<std::optional<int>, int> rows[] = {{{}, kHighest},   {kLowest, kLowest}, {kLowest + 1, 10000},
-                                                       {10000, 10000},   {10001, 20000},     {50000, 50000},
-                                                       {50001, kHighest}};
-    for (const auto& [threshold, lowest] : rows) {
+    for (const auto& [threshold, lowest] : {std::pair(std::optional<int>(), kHighest),
+                                            {kLowest, kLowest},
+                                            {kLowest + 1, 10000},
+                                            {10000, 10000},
+                                            {10001, 20000},
+                                            {30001, 40000},
+                                            {50000, 50000},
+                                            {50001, kHighest}}) {
         if (threshold) overrideOption("Instrumentation", "Perf.DAM.part", std::to_string(*threshold).c_str());
         const AQE_IPFPerformance owner("part");
         EXPECT_TRUE(owner.isEnabled(lowest));
@@ -60,15 +65,12 @@ TEST_F(PerformanceIndication, LoggerIsEnabledFromItsThresholdOn) {
 }
 
 TEST_F(PerformanceIndication, GuardSendsAtItsStartAndAtItsEnd) {
-    setLoggerThreshold("Perf.DAM.VKE", 30000);
-    AQE_IPFPerformance owner("VKE"), without("unknown");
-    const auto nothing = [] {};
-    EXPECT_EQ(Guarded(&owner, 30000, nothing), "ENTER 0 RETURN 25 ");
-    EXPECT_EQ(Guarded(&owner, 29999, nothing), "");
-    EXPECT_EQ(Guarded(nullptr, kHighest, nothing), "");
-    EXPECT_EQ(Guarded(&without, kHighest, nothing), "") << "enabled, but with nothing to send to";
-
     const auto set = [](int threshold) { setLoggerThreshold("Perf.DAM.VKE", threshold); };
+    set(30000);
+    AQE_IPFPerformance owner("VKE"), without("unknown");
+    EXPECT_EQ(Guarded(&owner, 30000), "ENTER 0 RETURN 25 ");
+    EXPECT_EQ(Guarded(&owner, 29999) + Guarded(nullptr, kHighest), "");
+    EXPECT_EQ(Guarded(&without, kHighest), "") << "enabled, but with nothing to send to";
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(40000); }), "ENTER 0 RETURN 25 ") << "not synchronised";
     EXPECT_EQ(Guarded(&owner, 30000, [&] { owner.SyncIPFLogLevel(); }), "ENTER 0 ");
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(10000), owner.SyncIPFLogLevel(); }), "") << "off at the start";
@@ -81,11 +83,10 @@ TEST_F(PerformanceIndication, WithoutASinkOfItsOwnItIsARecordOfTheLog) {
     });
     setLoggerThreshold("Perf.DAM.VKE", 20000);
     AQE_IPFPerformance owner(AQE_IPFPerformance::GetDefaultComponent());
-    const std::string who = "component=\"VKE\" level=20000 thread=" + std::to_string(ZBLThread::currentThreadId());
-    const std::string what = R"( class="C" method="M" session="S" request="R" data=)";
-    EXPECT_EQ(Guarded(&owner, 20000, [] {}), "Perf.DAM.VKE 7 ENTER " + who + " elapsedMs=0" + what + "\"before\"\n" +
-                                                 "Perf.DAM.VKE 7 RETURN " + who + " elapsedMs=25" + what +
-                                                 "\"after\"\n");
+    const std::string who = " component=\"VKE\" level=20000 thread=" + std::to_string(ZBLThread::currentThreadId());
+    const std::string what = R"( class="C" method="M" session="S" request="R" data=)", name = "Perf.DAM.VKE 7 ";
+    EXPECT_EQ(Guarded(&owner, 20000), name + "ENTER" + who + " elapsedMs=0" + what + "\"before\"\n" + //
+                                          name + "RETURN" + who + " elapsedMs=25" + what + "\"after\"\n");
 }
 
 } // namespace

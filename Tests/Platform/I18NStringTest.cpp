@@ -47,8 +47,8 @@ TEST(I18NStringRepair, EachMaximalSubpartBecomesOneReplacementCharacter) {
          U"\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\0\U00010000\U0010FFFF"s},
         {"\x80\xBFz\xC0\xAFz\xC1\xBFz\xE0\x9F\xBFz\xED\xA0\x80z\xE2\x82z\xE2\xE2\x82\xAC",
          U"\uFFFD\uFFFDz\uFFFD\uFFFDz\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFDz\uFFFDz\uFFFD\u20AC"},
-        {"\xF0\x8F\xBF\xBFz\xF4\x90\x80\x80z\xF5\xFE\xFFz\xF0\x9F\x98\xC3\xA4",
-         U"\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFDz\uFFFD\u00E4"},
+        {"\xF0\x8F\xBF\xBFz\xF4\x90\x80\x80z\xF5\0\x80\x80\xFE\xFFz\xF0\x9F\x98\xC3\xA4"s,
+         U"\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\0\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\u00E4"s},
         {"a\xC3", U"a\uFFFD"},
         {"\xE2\x82", U"\uFFFD"},
         {"\xF0\x9F\x98", U"\uFFFD"}};

@@ -4,21 +4,16 @@
 namespace {
 
 TEST_F(ToolTest, DimensionsAreListed) {
-    const std::string input = R"({"groups":[[1,2],[2,9],[]],"keys":[[2]],"items":{"1":"a","2":"b"}})";
+    const std::string dropping = R"({"groups":[[1,2],[2,9],[]],"keys":[[2]],"items":{"1":"a","2":"b"}})";
+    const std::string found = R"({"items":{"4294967295":"a","2":"b"},"keys":[[2]],"groups":[[4294967295]]})";
     const std::string dropped = "-: note: the set at '/groups/1' has the item 9, which '/items' lacks; it is left out\n"
                                 "-: note: the set at '/groups/2' is empty; it is left out\n";
     const std::string none = "-: note: no structure is found; there is one only where a group holds no key\n";
-    Check({{{"dimensions", "--json"}, input, {0, "[]", dropped + none}},
-           {{"dimensions", "--json"},
-            R"({"items":{"4294967295":"a","2":"b"},"keys":[[2]],"groups":[[4294967295]]})",
-            {0,
-             R"([{"hierarchy":2,"levels":[{"level":2,"unique":false,"keys":[4294967295],"properties":[]},)"
-             R"({"level":1,"unique":true,"keys":[2],"properties":[]}]}])",
-             ""}},
-           {{"dimensions"},
-            R"({"items":{"1":"a"},"groups":[[1]]})",
-            {0, "AQU_I_DimensionInfoFinder::Dump\nHierarchies:\nH_1\n    L_1\n        Keys:\n            K_1->a\n",
-             ""}}});
+    const std::string levels = R"({"level":2,"unique":false,"keys":[4294967295],"properties":[]},)"
+                               R"({"level":1,"unique":true,"keys":[2],"properties":[]})";
+    Check({{{"dimensions", "--json"}, dropping, {0, "[]", dropped + none}},
+           {{"dimensions", "--json"}, found, {0, R"([{"hierarchy":2,"levels":[)" + levels + "]}]", ""}},
+           {{"dimensions"}, "{}", {0, "AQU_I_DimensionInfoFinder::Dump\nHierarchies:\n", none}}});
 }
 
 TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {
@@ -29,11 +24,10 @@ TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {
     refused("[]", ": expected an object, found array");
     refused(R"({"key":[]})", ": expected 'items', 'keys' or 'groups', found 'key'");
     refused(R"({"items":{"1":{}}})", ": expected a text at '/items/1', found object");
-    for (const std::string item : {"", "-1", "4294967296", "1x"})
-        refused("{\"items\":{\"" + item + "\":\"a\"}}",
+    for (const std::string item : {"", "4294967296", "1x"})
+        refused("{\"items\":{\"" + item + "\":1}}",
                 ": expected the number of an item in '/items', found '" + item + "'");
-    refused(R"({"keys":1})", ": expected a list of lists at '/keys', found 1");
-    for (const std::string item : {"-1", "1.5", "4294967296", "\"1\"", "null"})
+    for (const std::string item : {"-1", "1.5", "4294967296", "\"1\""})
         refused("{\"groups\":[[" + item + "]]}", ": expected the number of an item at '/groups/0/0', found " + item);
     refused("{\"keys\":" + std::string(100000, '[') + std::string(100000, ']') + "}",
             ": expected the number of an item at '/keys/0/0', found array");

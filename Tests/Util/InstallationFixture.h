@@ -11,8 +11,8 @@
 
 struct InstallationTest : testing::Test {
     InstallationTest() {
-        std::filesystem::create_directory(m_root + "/bin");
-        std::filesystem::create_directory(m_root + "/configuration");
+        std::filesystem::create_directory(m_root + "/bin"),
+            std::filesystem::create_directory(m_root + "/configuration");
         brindle_platform::setProgramDirectory((m_root + "/bin").c_str());
         brindle_platform::setLogSink([this](const brindle_platform::LogRecord& record) {
             m_log += std::to_string(record.level) + record.text.c_str() + ";";

@@ -2,7 +2,6 @@
 #include "AQU_I_StringBucket.h"
 
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -12,30 +11,22 @@
 
 namespace {
 
-using Bucket = AUT_RefPtr<AQU_I_StringBucket>;
-
-std::string NoSuchString(const Bucket& bucket, long number) {
-    return brindle_test::FailureOf([&] { bucket->GetString(number); });
-}
-
 TEST(StringBucket, CountsFirstAppearances) {
-    const Bucket bucket = AQU_I_StringBucket::Create();
+    const auto bucket = AQU_I_StringBucket::Create();
     I18NString text("first");
-    const I18NString same("first");
+    const I18NString same(text);
     EXPECT_TRUE(bucket->GetIndex(text) == 0 && bucket->GetIndex(nullptr) == 1 && bucket->GetIndex(I18NString()) == 2);
     text += "!";
-    EXPECT_TRUE(bucket->GetIndex(&text) == 3 && bucket->GetIndex(&same) == 0 && bucket->GetIndex("") == 2);
-    EXPECT_EQ(bucket->GetIndex(nullptr), 1);
-    EXPECT_TRUE(*bucket->GetString(0) == "first" && bucket->GetString(0) != &same);
-    EXPECT_EQ(bucket->GetString(1), nullptr);
-    EXPECT_TRUE(*bucket->GetString(2) == "" && *bucket->GetString(3) == "first!");
+    EXPECT_TRUE(bucket->GetIndex(&text) == 3 && bucket->GetIndex(&same) == 0 && bucket->GetIndex(nullptr) == 1);
+    EXPECT_TRUE(*bucket->GetString(0) == "first" && bucket->GetString(0) != &same && !bucket->GetString(1));
+    EXPECT_TRUE(bucket->GetIndex("") == 2 && *bucket->GetString(2) == "" && *bucket->GetString(3) == "first!");
     for (const long number : {-1L, 4L})
-        EXPECT_EQ(NoSuchString(bucket, number),
+        EXPECT_EQ(brindle_test::FailureOf([&] { bucket->GetString(number); }),
                   "QEException 2100 0x35d6063c(\"" + std::to_string(number) + "\") Source/QUStringBucket:82");
 }
 
 TEST(StringBucket, ManyStringsKeepTheirNumbersAndPlaces) {
-    const Bucket bucket = AQU_I_StringBucket::Create();
+    const auto bucket = AQU_I_StringBucket::Create();
     std::minstd_rand random(7);
     std::vector<const I18NString*> kept;
     std::vector<long> numberOf(32000, -1);

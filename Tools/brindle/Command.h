@@ -19,9 +19,10 @@ using Action = std::function<EExitStatus()>;
 struct Command {
     const char* name;
     const char* summary;
-    const char* example; // ends the command's help
+    const char* example; // a line for the shell, which opens the command's help
     // Adds operands and options to the command's own parser; the values live in the action.
     Action (*declare)(CLI::App& parser);
+    const char* remark = ""; // ends the help
 };
 
 Action DeclareExpand(CLI::App& parser);

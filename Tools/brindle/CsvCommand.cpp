@@ -118,7 +118,7 @@ private:
     bool IsKept(const I18NString& field) const {
         if (field.isAscii()) return true;
         if (m_encoding == nullptr)
-            return std::ranges::none_of(field.bytes(), [](char byte) { return byte >= '\xF0' && byte < 0; });
+            return std::ranges::none_of(field.bytes(), [](char byte) { return (byte & '\xF0') == '\xF0'; });
         const std::string encoded = field.encode(m_encoding);
         return I18NString(encoded.data(), encoded.size(), m_encoding) == field;
     }

@@ -21,7 +21,8 @@
 namespace brindle_tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json; // what is read: an ordered object is searched from its start for each member
+using OrderedJson = nlohmann::ordered_json;
 using Numbers = std::vector<unsigned>;
 
 struct Options {
@@ -101,12 +102,12 @@ private:
     std::set<unsigned> m_known;
 };
 
-Json ToJson(AQU_I_DimensionInfoFinder& finder, const Numbers& hierarchies) {
-    Json list = Json::array();
+OrderedJson ToJson(AQU_I_DimensionInfoFinder& finder, const Numbers& hierarchies) {
+    OrderedJson list = OrderedJson::array();
     for (const unsigned hierarchy : hierarchies) {
         Numbers levels;
         finder.GetLevels(hierarchy, levels);
-        Json shownLevels = Json::array();
+        OrderedJson shownLevels = OrderedJson::array();
         for (const unsigned level : levels) {
             Numbers keyItems, properties;
             bool unique = false;

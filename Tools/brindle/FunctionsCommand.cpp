@@ -255,14 +255,15 @@ Action DeclareFunctions(CLI::App& parser) {
             "list (unless given): the entries\ntree: the entries in their folders\n"
             "show: all about the entry or folder ID")
         ->option_text(" ")
-        ->check(CLI::IsMember({"list", "tree", "show"}).description(""));
+        ->check(CLI::IsMember({"list", "tree", "show"}));
     CLI::Option* const id = AddText(parser, "ID", options->id, "", "what to show")->option_text(" ");
     AddText(parser, "--locale", options->locale, "LOCALE", "the language of names and tips, en-us unless given");
     AddRepeated(parser, "--interface", take(options->interfaces), "CODE", "an interface in use: levels are for it");
     AddRepeated(parser, "--vendor", take(options->vendors), "VENDOR", "what is meant for this vendor, or for all");
     AddRepeated(parser, "--type", take(options->types), "TYPE",
                 "function, summary, operator, literal, operation or format")
-        ->check(CLI::IsMember({"function", "summary", "operator", "literal", "operation", "format"}).description(""));
+        ->option_text("TYPE")
+        ->check(CLI::IsMember({"function", "summary", "operator", "literal", "operation", "format"}));
     AddRepeated(parser, "--property", take(options->properties), "KEY", "with show: a further property");
     parser.add_flag("--hidden", options->hidden, "hidden entries too");
     parser.add_flag("--json", options->json, "give a JSON array of objects");

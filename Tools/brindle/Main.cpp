@@ -1,5 +1,6 @@
 // The command-line tool: finds the command, reads the command line for it, runs it, and turns what it throws into a
 // message and an exit status.
+#include <functional>
 #include <new>
 #include <string>
 
@@ -14,6 +15,7 @@
 #include "Diagnostic.h"
 #include "Files.h"
 #include "Library.h"
+#include "SelfDescription.h"
 #include "XmlFailure.h"
 
 namespace brindle_tool {
@@ -23,44 +25,53 @@ constexpr const char* kVersion = "brindle " BRINDLE_VERSION;
 
 constexpr Command kCommands[] = {
     {"expand", "replace the macro blocks of a text by their values",
-     "Example: echo 'select #$a# from t' | brindle expand -p a=x", DeclareExpand},
-    {"check", "parse texts and show the first error of each", "Example: brindle check queries/*.sql", DeclareCheck},
-    {"blocks", "list the macro blocks of a text",
-     "A line for each block: start, end, start and end of its leading comment (byte offsets, - for none).\n"
-     "Example: echo 'a #$x# b' | brindle blocks --values -p x=1",
-     DeclareBlocks},
-    {"document", "give a text with its macro blocks as an XML document", "Example: echo 'a #$x# b' | brindle document",
+     "echo 'select #$a# from t' | brindle expand -p a=x", DeclareExpand},
+    {"check", "parse texts and show the first error of each", "brindle check queries/*.sql", DeclareCheck},
+    {"blocks", "list the macro blocks of a text", "echo 'a #$x# b' | brindle blocks --values -p x=1", DeclareBlocks,
+     "A line for each block: start, end, start and end of its leading comment (byte offsets, - for none)."},
+    {"document", "give a text with its macro blocks as an XML document", "echo 'a #$x# b' | brindle document",
      DeclareDocument},
     {"query", "expand a text, run the statement on an SQLite database, print the rows",
-     "Columns that share a name are told apart in JSON by a number: id, id_2.\n"
-     "Example: echo 'select * from customer where name = #sq($n)#' | brindle query --database sales.db -p n=Li",
-     DeclareQuery},
+     "echo 'select * from customer where name = #sq($n)#' | brindle query --database sales.db -p n=Li", DeclareQuery,
+     "Columns that share a name are told apart in JSON by a number: id, id_2."},
     {"params", "list the parameter maps in force, the strongest first, and where each comes from",
-     "Example: brindle params -p region=North", DeclareParams},
+     "brindle params -p region=North", DeclareParams},
     {"functions", "show which functions a query may use: as a list, as a tree, or one in full",
-     "A line of the list: id, type, level of support, name.\n"
-     "Example: brindle functions list --interface OR --type summary",
-     DeclareFunctions},
-    {"name", "apply the naming and quoting rules, one result to a line",
-     "Example: brindle name physical select abc 'a b' 1a", DeclareName},
-    {"csv", "read a delimited file, or convert it to the other dialect",
-     "A line for each record, its fields as JSON texts with tabs between them.\n"
-     "Example: brindle csv orders.csv --to orders.txt",
-     DeclareCsv},
-    {"dimensions", "infer hierarchies from items, keys and groups",
-     "The file: {\"items\": {\"1\": \"year\", \"2\": \"month\"}, \"keys\": [[1, 2]], \"groups\": [[1]]}\n"
-     "Example: brindle dimensions calendar.json",
-     DeclareDimensions},
+     "brindle functions list --interface OR --type summary", DeclareFunctions,
+     "A line of the list: id, type, level of support, name."},
+    {"name", "apply the naming and quoting rules, one result to a line", "brindle name physical select abc 'a b' 1a",
+     DeclareName},
+    {"csv", "read a delimited file, or convert it to the other dialect", "brindle csv orders.csv --to orders.txt",
+     DeclareCsv, "A line for each record, its fields as JSON texts with tabs between them."},
+    {"dimensions", "infer hierarchies from items, keys and groups", "brindle dimensions calendar.json",
+     DeclareDimensions,
+     "The file: {\"items\": {\"1\": \"year\", \"2\": \"month\"}, \"keys\": [[1, 2]], \"groups\": [[1]]}"},
     {"url", "list the prompts of a URL, or fill them in",
-     "Example: brindle url 'http://host/report?year=??year??&top=9' -p year=2024", DeclareUrl},
+     "brindle url 'http://host/report?year=??year??&top=9' -p year=2024", DeclareUrl},
 };
 
 void AddCommand(CLI::App& program, const Command& command, Action& chosen) {
     CLI::App* const parser = program.add_subcommand(command.name, command.summary)->group("Commands");
     parser->set_version_flag("--version", kVersion, "show the version");
     parser->set_help_flag("-h,--help", "show this help");
-    parser->footer(command.example);
+    parser->footer(command.remark);
     parser->callback([&chosen, action = command.declare(*parser)] { chosen = action; });
+}
+
+// For the build, which puts the answers into files; no help shows these options.
+void AddSelfDescription(CLI::App& program) {
+    const auto add = [&program](const char* option, std::function<std::string()> describe) {
+        program.add_flag_callback(option, [describe] { throw CLI::Success(describe(), 0); })->group("");
+    };
+    add("--man-page", [&program] { return MakeManualPage(program, kCommands); });
+    add("--bash-completion", [&program] { return MakeBashCompletion(program); });
+}
+
+std::string Help(const CLI::App& program) {
+    for (const Command& command : kCommands)
+        if (program.got_subcommand(command.name))
+            return "Example: " + std::string(command.example) + "\n\n" + program.help();
+    return program.help();
 }
 
 EExitStatus Run(int argc, const char* const* argv) {
@@ -74,14 +85,15 @@ EExitStatus Run(int argc, const char* const* argv) {
     Action chosen;
     for (const Command& command : kCommands)
         AddCommand(program, command, chosen);
+    AddSelfDescription(program);
 
     try {
         program.parse(GuardedArguments(argc, argv));
-    } catch (const CLI::CallForVersion&) {
-        WriteOutput(std::string(kVersion) + "\n");
-        return kSuccess;
     } catch (const CLI::CallForHelp&) {
-        WriteOutput(program.help());
+        WriteOutput(Help(program));
+        return kSuccess;
+    } catch (const CLI::Success& answer) {
+        WriteOutput(answer.what() + std::string("\n"));
         return kSuccess;
     } catch (const CLI::ParseError& error) {
         Show({"brindle", Printable(DescribeUsageError(program, error))});

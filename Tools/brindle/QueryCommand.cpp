@@ -66,7 +66,8 @@ Action DeclareQuery(CLI::App& parser) {
     AddFile(parser, options->file);
     AddText(parser, "--database", options->database, "DB", "the SQLite database, which is only read")->required();
     AddText(parser, "--format", options->format, "FORMAT", "table (unless given), csv or json")
-        ->check(CLI::IsMember(FormatNames()).description(""));
+        ->option_text("FORMAT")
+        ->check(CLI::IsMember(FormatNames()));
     AddParameterOptions(parser, options->parameters);
     AddPerformanceOption(parser, options->performance);
     return [options] { return Query(*options); };
