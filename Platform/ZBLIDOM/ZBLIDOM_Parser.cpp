@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <exception>
 #include <memory>
 #include <new>
@@ -106,6 +107,14 @@ bool beginsWith(const char* name, std::string_view lower) noexcept {
         const char n = *name++;
         if ((n >= 'A' && n <= 'Z' ? n - 'A' + 'a' : n) != c) return false;
     }
+    return true;
+}
+
+// Of the characters from U+0080 to U+00BF a name may have U+00B7 alone. Where the encoding has one byte a character,
+// Expat takes others too, with which nobody could read again what is written.
+bool isName(const char* name) noexcept {
+    while ((name = std::strchr(name, '\xC2')) != nullptr)
+        if (*++name != '\xB7') return false;
     return true;
 }
 
@@ -245,9 +254,13 @@ void Reader::openElement(const char* name, const char** attributes) {
     if (XML_GetSpecifiedAttributeCount(m_expat.get()) > 2 * ZBLIDOM_Parser::kMaxAttributes)
         return stop("more than 1000000 attributes of one element");
     flushText();
+    bool areNames = isName(name);
     ElementData* element = m_tree.makeElement(name);
-    for (; *attributes; attributes += 2)
+    for (; *attributes; attributes += 2) {
+        areNames = areNames && isName(attributes[0]);
         m_tree.addAttribute(*element, attributes[0], attributes[1]);
+    }
+    if (!areNames) return stop(XML_ErrorString(XML_ERROR_INVALID_TOKEN));
     zblidom::append(*m_open, *element);
     m_open = element;
     ++m_depth;

@@ -1,4 +1,4 @@
-// A load that runs out of memory anywhere, and the parts of it that no file shows one by one.
+// A load that runs out of memory anywhere, and the sort of its names.
 #include <algorithm>
 #include <new>
 #include <numeric>
@@ -6,9 +6,6 @@
 #include <thread>
 
 #include <gtest/gtest.h>
-
-#include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
-#include "ZBLIDOM/ZBLIDOM_Parser.h"
 
 #include "QFFunctionLoader.h"
 #include "QFFunctionLoaderOrder.h"
@@ -59,14 +56,6 @@ TEST(FunctionLoader, OrdersTextsByTheirBytesAndEqualOnesAsTheyCame) {
         std::stable_sort(expected.begin(), expected.end(), [&](auto a, auto b) { return texts[a] < texts[b]; });
         EXPECT_EQ(order.Sort(), expected) << count;
     }
-}
-
-TEST(DocumentView, StaysWhereItIsAsLongAsThereIsAHandle) {
-    auto document = ZBLIDOM_DOMImplementation::getInstance().createDocument("", "TT", ZBLIDOM_DocumentType());
-    ZBLIDOM_Parser(0).parseText("<a><b/></a>", document);
-    const ZBLIDOM_Node kept = document.getDocumentElement().getFirstChild();
-    ZBLIDOM_Parser(0).parseText("<e/>", document);
-    EXPECT_EQ(ZBLIDOM_View(kept).getTagName(), "b");
 }
 
 } // namespace

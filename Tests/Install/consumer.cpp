@@ -17,6 +17,7 @@ int main() {
         parameters.Set("x", "1");
         const std::unique_ptr<AQU_I_ParameterAccessCoordinator> coordinator(AQU_I_ParameterAccessCoordinator::Create());
         coordinator->AddParameterMap(&parameters);
+        coordinator->AddParameterAccessCoordinator(AQE_I_GetQueryEnginePAC());
         isExpanded = AQM_I_MacroExpander().Expand("a #$x# b", coordinator.get()) == "a 1 b";
         try {
             AQM_I_MacroExpander().Expand("#$#", coordinator.get());

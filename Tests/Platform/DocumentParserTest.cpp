@@ -58,6 +58,7 @@ TEST(DocumentParser, ReadsIntoTheTree) {
         {"<r a:b='2' a=\"x\n\ty&#10;&lt;'\"><q:e/></r>", "<r a:b=\"2\" a=\"x  y&#10;&lt;'\"><q:e/></r>", 1},
         {"\xEF\xBB\xBF<r>\u00E4\u20AC\U0001F600</r>", "<r>\u00E4\u20AC\U0001F600</r>", 1},
         {"<?xml version='1.0' encoding='iso-8859-1'?><r>\x80\xFF</r>", "<r>\u0080\u00FF</r>", 1},
+        {"<?xml version='1.0' encoding='iso-8859-1'?><r\xB7\xE9/>", "<r\u00B7\u00E9/>", 0},
         {"<?xml version='1.0' encoding='Windows-1252'?><r>\x80\x9F\xA0</r>", "<r>\u20AC\u0178\u00A0</r>", 1},
         {"\xEF\xBB\xBF \t\r\n", "", 0},
         {"\xFE\xFF\0 "sv, "", 0}};
@@ -77,6 +78,8 @@ TEST(DocumentParser, RefusesWithThePosition) {
          "2:13: a document type declaration is not allowed"},
         {"<r>\xED\xA0\x80</r>", "1:4: " + invalid},
         {"<?xml version='1.0' encoding='windows-1252'?><r>\x81</r>", "1:49: " + invalid},
+        {"<?xml version='1.0' encoding='iso-8859-1'?><r\xBA/>", "1:44: " + invalid}, // no name in any other encoding
+        {"<?xml version='1.0' encoding='iso-8859-1'?><r r\xAA=''/>", "1:44: " + invalid},
         {"<?xml version='1.0' encoding='windows-12520'?><r/>", "1:31: unknown encoding"},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='iso-8859-1'?><r/>",
          "1:1: the encoding declared is not that of the byte-order mark"},

@@ -5,8 +5,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
-#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -15,9 +13,7 @@
 
 class FileFixture : public testing::Test {
 protected:
-    FileFixture() : m_directory(testing::TempDir() + "brindle-XXXXXX") {
-        if (mkdtemp(m_directory.data()) == nullptr) throw std::runtime_error("no directory");
-    }
+    FileFixture() : m_directory(mkdtemp((testing::TempDir() + "brindle-XXXXXX").data())) {}
     ~FileFixture() override { std::filesystem::remove_all(m_directory); }
 
     I18NString Path(const std::string& name) const { return I18NString(std::string_view(m_directory + "/" + name)); }
@@ -32,8 +28,8 @@ protected:
 
     // What the call answers while no file can grow beyond `size` bytes.
     static auto OnFullDisk(rlim_t size, const auto& call) {
-        std::signal(SIGXFSZ, SIG_IGN);
         const rlimit full{size, RLIM_INFINITY}, unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &full);
         const auto answer = call();
         setrlimit(RLIMIT_FSIZE, &unlimited);

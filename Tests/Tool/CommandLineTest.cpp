@@ -1,4 +1,4 @@
-// What every command shares: help, usage errors, files that can't be read or written.
+// What every command shares: usage errors, files that can't be read or written.
 #include "Tool/ToolFixture.h"
 
 namespace {
@@ -16,16 +16,6 @@ TEST_F(ToolTest, WrongUsageHasStatusTwoAndOneLine) {
            refused({"blocks", "-m", "m=:k"}, "-m: expected MAP:KEY=VALUE, found 'm=:k'; see 'brindle blocks"),
            refused({"name", "physical"}, "TEXT is required; see 'brindle name"),
            refused({"name", "frob", "a"}, "RULE: frob not in {physical,object,split,identifier}; see 'brindle name")});
-}
-
-TEST_F(ToolTest, EveryCommandHasHelpWithAnExample) {
-    for (const std::string command : {"expand", "check", "blocks", "document", "name", "query"}) {
-        const ProcessResult help = RunProcess(Request({command, "--help"}));
-        EXPECT_TRUE(help.status == 0 && help.errors.empty()) << help;
-        EXPECT_NE(help.output.find("Usage: brindle " + command + " [OPTIONS]"), std::string::npos) << help.output;
-        EXPECT_NE(help.output.find("\nExample: "), std::string::npos) << help.output;
-        EXPECT_NE(RunProcess(Request({"--help"})).output.find("\n  " + command + " "), std::string::npos) << command;
-    }
 }
 
 TEST_F(ToolTest, FilesThatCannotBeReadAreNamed) {

@@ -68,10 +68,10 @@ void AddSelfDescription(CLI::App& program) {
 }
 
 std::string Help(const CLI::App& program) {
+    std::string help = program.help();
     for (const Command& command : kCommands)
-        if (program.got_subcommand(command.name))
-            return "Example: " + std::string(command.example) + "\n\n" + program.help();
-    return program.help();
+        if (program.got_subcommand(command.name)) help = std::string("Example: ") + command.example + "\n\n" + help;
+    return CLI::detail::rtrim(help) + "\n";
 }
 
 EExitStatus Run(int argc, const char* const* argv) {

@@ -154,16 +154,20 @@ std::vector<std::string> WordsFor(const CLI::Option& option) {
 }
 
 std::string Case(const std::string& command, const CLI::App& parser, std::vector<std::string> operands) {
-    std::vector<std::string> names;
+    std::vector<std::string> names, free;
     std::string values;
     for (const CLI::Option* const option : Shown(parser, false)) {
         const std::vector<std::string> more = NamesOf(*option);
         names.insert(names.end(), more.begin(), more.end());
         if (option->get_items_expected_max() == 0) continue;
         const std::vector<std::string> words = WordsFor(*option);
-        values += "        " + CLI::detail::join(more, " | ") + ") " +
-                  (words.empty() ? "return" : "values=" + Joined(words)) + " ;;\n";
+        if (words.empty()) {
+            free.insert(free.end(), more.begin(), more.end());
+        } else {
+            values += "        " + CLI::detail::join(more, " | ") + ") values=" + Joined(words) + " ;;\n";
+        }
     }
+    if (!free.empty()) values += "        " + CLI::detail::join(free, " | ") + ") return ;;\n";
     for (const CLI::Option* const operand : Shown(parser, true)) {
         const std::vector<std::string> words = WordsFor(*operand);
         operands.insert(operands.end(), words.begin(), words.end());
