@@ -5,6 +5,7 @@ BRINDLE_INSTALL=${BRINDLE_INSTALL:-yes}
 build_packages=(g++ cmake ninja-build bison pkg-config libicu-dev libexpat1-dev libtomlplusplus-dev libcli11-dev
                 nlohmann-json3-dev libsqlite3-dev)
 test_packages=(libgtest-dev libgmock-dev clang-format python3)
+coverage_packages=(clang libclang-rt-14-dev llvm)
 bench_packages=(libbenchmark-dev libctemplate-dev libcsv-dev libfmt-dev python3)
 fuzz_packages=(clang libclang-rt-14-dev)
 
