@@ -7,6 +7,7 @@
 
 #include "PlatformHooks.h"
 #include "ZBLCore/ZBLThread.h"
+#include "zblipf2/LogPerfIndication.h"
 
 #include "AQE_Performance.h"
 
@@ -67,6 +68,20 @@ TEST_F(PerformanceIndication, GuardSendsAtItsStartAndAtItsEnd) {
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(40000); }), 2) << "not synchronised";
     EXPECT_EQ(Guarded(&owner, 30000, [&] { owner.SyncIPFLogLevel(); }), 1);
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(10000), owner.SyncIPFLogLevel(); }), 0) << "off at the start";
+}
+
+TEST_F(PerformanceIndication, ASinkTakesWhatWouldBeLoggedAndMayFail) {
+    setLoggerThreshold("Perf.DAM.VKE", 30000);
+    AQE_IPFPerformance owner(AQE_IPFPerformance::GetDefaultComponent());
+    std::string sent;
+    setIndicationSink([&sent](const LogPerfIndication& indication) {
+        sent += (indication.getStatus() + " " + std::to_string(indication.getElapsedMillis()).c_str() + " ").bytes();
+        throw sent;
+    });
+    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 0);
+    EXPECT_EQ(sent, "ENTER 0 RETURN 25 ");
+    setIndicationSink(nullptr);
+    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2);
 }
 
 } // namespace

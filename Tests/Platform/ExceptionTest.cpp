@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "ZBLCFGAPI/ZBLConfigurationException.h"
 #include "ZBLCore/ZBLAssertError.h"
+#include "ZBLIDOM/ZBLIDOM_Exception.h"
 
 namespace {
 
@@ -37,6 +39,26 @@ TEST(Exception, HurlThrowsACopyOfTheOwnClassAndLeavesTheObject) {
         }
     }
     EXPECT_EQ(traceOf(original), "Source/Place:1:QE:ZBL_THROW;Source/Place:2:QE:ZBL_THROW;");
+}
+
+TEST(Exception, TheLayersClassesThrowCopiesOfThemselvesToo) {
+    const auto thrown = [](ZBLException& original) -> std::string {
+        const std::unique_ptr<ZBLException> clone(original.clone());
+        try {
+            clone->hurl(ZBLFileLocation("Source/Place", 1), "QE", "ZBL_THROW");
+        } catch (const ZBLException& caught) {
+            const auto* const reader = dynamic_cast<const ZBLIDOM_Exception*>(&caught);
+            return std::string(caught.getThrowableName()) + " " + caught.getMessage().c_str() + " " + traceOf(caught) +
+                   (reader ? reader->getPath().c_str() + std::to_string(reader->getLine()) : "");
+        }
+        return "nothing";
+    };
+    ZBLIDOM_Exception reader("bad", "file", 3);
+    EXPECT_EQ(thrown(reader << ZBLMessageString("more")),
+              "ZBLIDOM_Exception file:3:0: bad\nmore Source/Place:1:QE:ZBL_THROW;file3");
+    ZBLConfigurationException service("bad");
+    EXPECT_EQ(thrown(service << ZBLMessageString("more")),
+              "ZBLConfigurationException bad\nmore Source/Place:1:QE:ZBL_THROW;");
 }
 
 TEST(Exception, CopiesDontSeeEachOthersChanges) {
