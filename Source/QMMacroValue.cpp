@@ -35,8 +35,8 @@ AQM_MacroValueArray::~AQM_MacroValueArray() {
 
 AQM_MacroValueArray* AQM_MacroValueArray::DeleteValues(AQM_MacroValueArray* chain) {
     for (AQM_MacroValue* const value : values) {
-        if (value && value->GetValueType() == MVT_Array) {
-            auto* const inner = static_cast<AQM_MacroValueArray*>(value);
+        const bool mayBeArray = value && value->GetValueType() == MVT_Array;
+        if (auto* const inner = mayBeArray ? dynamic_cast<AQM_MacroValueArray*>(value) : nullptr) {
             inner->nextInChain = chain;
             chain = inner;
         } else {
