@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <exception>
 #include <map>
 #include <memory>
 #include <random>
@@ -26,6 +24,7 @@
 
 #include "CatalogueFiles.h"
 #include "Inputs.h"
+#include "RunBenchmarks.h"
 
 namespace brindle_benchmark {
 namespace {
@@ -151,22 +150,8 @@ void RegisterLookupRuns() {
 } // namespace brindle_benchmark
 
 int main(int argc, char** argv) {
-    std::string_view figure;
-    if (argc > 2 && argv[1] == std::string_view("--figure")) {
-        figure = argv[2];
-        argv[2] = argv[0];
-        argc -= 2;
-        argv += 2;
-    }
-    try {
+    return brindle_benchmark::RunBenchmarks(argc, argv, [](std::string_view figure) {
         if (figure.empty() || figure == "load") brindle_benchmark::RegisterLoadRuns();
         if (figure.empty() || figure == "lookup") brindle_benchmark::RegisterLookupRuns();
-        benchmark::Initialize(&argc, argv);
-        if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-        benchmark::RunSpecifiedBenchmarks();
-        benchmark::Shutdown();
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "benchmark-catalogue: %s\n", failure.what());
-        return 1;
-    }
+    });
 }

@@ -4,8 +4,6 @@
 // names differ from one to the next. The peer has one string for each fragment, spacing included. Both have what they
 // need in memory: building the fragments is outside the time, as making the pieces is.
 #include <array>
-#include <cstdio>
-#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +14,7 @@
 #include "AQE_SqlTextGeneral.h"
 
 #include "Inputs.h"
+#include "RunBenchmarks.h"
 
 namespace brindle_benchmark {
 namespace {
@@ -169,14 +168,5 @@ void RegisterRuns() {
 } // namespace brindle_benchmark
 
 int main(int argc, char** argv) {
-    try {
-        brindle_benchmark::RegisterRuns();
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "benchmark-sqltext: %s\n", failure.what());
-        return 1;
-    }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    return brindle_benchmark::RunBenchmarks(argc, argv, [](std::string_view) { brindle_benchmark::RegisterRuns(); });
 }
