@@ -6,6 +6,7 @@
 // an output may be the same object as an argument.
 #pragma once
 
+#include <list>
 #include <map>
 #include <utility>
 #include <vector>
@@ -48,5 +49,6 @@ private:
     int FindDefault(const I18NString& mapName, T& value, AQU_I_ParameterMap*& foundMap);
 
     std::multimap<int, AQU_I_ParameterMap*> maps;
-    std::vector<AQU_I_ParameterAccessCoordinator*> coordinators;
+    // A list, like the map above it: a map of the caller may add to both in the middle of a walk.
+    std::list<AQU_I_ParameterAccessCoordinator*> coordinators;
 };

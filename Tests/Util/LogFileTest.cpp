@@ -86,8 +86,8 @@ TEST_F(LogFile, AuditGuardWritesTheCallAndItsOutcome) {
         return "Entry 17 EXIT t/u <function name=\"f\"><returnvalue><![CDATA[" + outcome +
                "]]></returnvalue></function>";
     };
-    brindle_platform::setLogLevel(m_entry, 17);
     for (const bool success : {false, true}) {
+        brindle_platform::setLogLevel(m_entry, success ? 18 : 17);
         AQE_AuditAPI guard(m_entry);
         guard.AuditFunction("f", guard.FunctionParm("a", "<&"), "t", "u");
         guard.m_success = success;

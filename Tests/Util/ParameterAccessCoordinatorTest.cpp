@@ -66,7 +66,7 @@ TEST(ParameterAccessCoordinator, PrioritySettlesBetweenValuesAndBetweenDefaults)
     const char* const rows[][4] = {
         // own maps, nested maps, what becomes of the key "k", and of another key
         {"10 - 20 -", "5 -", "-1? -1? -1 -1? -1 -1? 1", "-1? -1? -1 -1? -1 -1? 1"},
-        {"10 a 20 b", "", "1b 1b by 20 1b 1b 1b 1b 1", kDefaultA},
+        {"10 a", "20 b", "1b 1b by 20 1b 1b 1b 1b 1", kDefaultB},
         {"5 a 5 b", "", "1a 1a by 5 1a 1a 1a 1a 1", kDefaultB},
         {"-7 a -6 c -7 b", "", "1c 1c by -6 1c 1c 1c 1c 1", kDefaultB},
         {"10 = 20 b", "", "1b 1b by 20 1b 1b 1b 1b 1", "-1? -1? -1b -1 1b 1 1"},
@@ -80,6 +80,23 @@ TEST(ParameterAccessCoordinator, PrioritySettlesBetweenValuesAndBetweenDefaults)
     }
 }
 
+TEST(ParameterAccessCoordinator, AMapMayAddToTheCoordinatorThatIsAskingIt) {
+    struct AddingMap : AQU_ParameterMapApp {
+        explicit AddingMap(Stack& stack) : AQU_ParameterMapApp("_env", 0), m_outer(*stack.outer) {}
+        using AQU_ParameterMapApp::Get;
+        int Get(const I18NString&, const I18NString&, I18NString&) override {
+            m_outer.AddParameterAccessCoordinator(m_added.outer.get());
+            return -1;
+        }
+        AQU_I_ParameterAccessCoordinator& m_outer;
+        Stack m_added{"5 a"};
+    };
+    Stack stack("");
+    AddingMap map(stack);
+    stack.inner->AddParameterMap(&map);
+    EXPECT_EQ(stack.Ask("k").substr(0, 2), "1a") << "the walk goes on to what was added";
+}
+
 TEST(ParameterAccessCoordinator, MapsAreListedOnceInTheOrderOfTheirOldPriority) {
     const Stack stack("20 >1 - 10 >2 - 20 -", "5 -");
     AQU_I_ParameterMap *a = stack.maps[0].get(), *b = stack.maps[1].get(), *c = stack.maps[2].get();
@@ -88,17 +105,17 @@ TEST(ParameterAccessCoordinator, MapsAreListedOnceInTheOrderOfTheirOldPriority) 
     std::vector<AQU_I_ParameterMap*> all{c};
     stack.outer->GetAllMaps(all);
     EXPECT_EQ(all, (decltype(all){c, b, a, stack.maps[3].get()}));
-    EXPECT_TRUE(stack.outer->IsThereParameterMapWithPriority(10));
-    EXPECT_FALSE(stack.outer->IsThereParameterMapWithPriority(1)) << "the new priority doesn't count";
+    EXPECT_TRUE(stack.outer->GetParameterMapWithPriority(20) == a && stack.outer->IsThereParameterMapWithPriority(10));
+    EXPECT_FALSE(stack.outer->GetParameterMapWithPriority(1) || stack.outer->IsThereParameterMapWithPriority(1));
 }
 
 TEST(ParameterAccessCoordinator, AllEntriesComeFromTheStrongestMapOfEachKey) {
     brindle_platform::overrideOption("General Options", "MultiValuesAllowed", "1");
-    const Stack stack("5 c 5 d -1 e", "20 f");
+    const Stack stack("5 c 5 d 20 f", "-1 e");
     for (const auto& map : stack.maps)
         map->Set("k", "again");
     for (const char* value : {"e1", "e2"})
-        stack.maps[2]->Set("a", value);
+        stack.maps[3]->Set("a", value);
     EXPECT_EQ(stack.AllEntries(), "found: kept= a=e1 a=e2 k=f k=again ");
     brindle_platform::overrideOption("General Options", "MultiValuesAllowed", "0");
     EXPECT_EQ(stack.AllEntries(), "found: kept= a=e2 k=again ");

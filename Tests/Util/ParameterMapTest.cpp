@@ -15,7 +15,7 @@ TEST(ParameterMapApp, ForeignMapNameIsRefusedAndChangesNothing) {
     AQU_ParameterMapApp map("mine", 7);
     Strings values{"before"};
     Entries entries;
-    map.SetDefault("mine", "a");
+    map.SetDefault("mine", "a"), map.SetDefault("mine", "b"), map.GetMapNames(values);
     map.SetDefault("other", "d");
     map.Set("mine", "k", "v");
     // Without a map name the question goes to "_env", which this map does not serve either.
@@ -24,7 +24,8 @@ TEST(ParameterMapApp, ForeignMapNameIsRefusedAndChangesNothing) {
             << map.Set("other", "k", "x") << map.Delete("other", "k") << map.Set("k", "x") << map.Delete("k");
     EXPECT_EQ(results.str(), "-2-2-2-2-2-2-2");
     EXPECT_EQ(map.GetDefault("mine", values) + map.GetAllEntries("mine", entries), 2);
-    EXPECT_EQ(values, (Strings{"before", "a"}));
+    EXPECT_EQ(values, (Strings{"before", "mine", "a", "b"}));
+    EXPECT_TRUE(map.GetDefault("mine", values[0]) == 1 && values[0] == "b") << "of several the last";
     EXPECT_EQ(entries, (Entries{{"k", "v"}}));
 }
 
@@ -49,7 +50,8 @@ TEST(ParameterMapApp, OptionReadAtEachSetDecidesWhetherEarlierValuesStay) {
               (Entries{{"kept", ""}, {"j", "neighbour"}, {"k", "b"}, {"k", "a"}, {"k", "c"}, {"l", "neighbour"}}));
     EXPECT_EQ(map.Delete("k"), 1);
     EXPECT_TRUE(map.Delete("k") == -1 && map.Get("k", entries[0].first) == -1);
-    EXPECT_EQ(entries[0].first, "kept");
+    EXPECT_TRUE(entries[0].first == "kept" && map.GetDefault("_env", entries[0].first) == 1);
+    EXPECT_EQ(entries[0].first, "") << "no default";
 }
 
 } // namespace
