@@ -250,7 +250,7 @@ int QMX_MacroExpanderLexer::CloseBlock() {
 }
 
 std::size_t QMX_MacroExpanderLexer::SkipBlanksAndComments(std::size_t at) {
-    for (; at < Size();) {
+    while (at < Size()) {
         const unsigned char byte = ByteAt(at);
         if (Is(byte, kBlank)) {
             m_line += byte == '\n';
@@ -272,10 +272,11 @@ std::size_t QMX_MacroExpanderLexer::SkipBlanksAndComments(std::size_t at) {
     return at;
 }
 
-// Behind a lone CR only what may follow white space is legal; the next token's look at its first byte sees to that.
+// A lone CR ends the comment only in front of a byte that may follow white space. At the end of the input it is a part
+// of the comment, which doesn't end then; any other byte is refused when the next token looks at its first one.
 std::size_t QMX_MacroExpanderLexer::SkipMacroLineComment(std::size_t at) {
     const std::size_t end = EndOfLine(at + 2);
-    if (end == Size()) Illegal(end);
+    if (end == Size() || (m_text[end] == '\r' && end + 1 == Size())) Illegal(Size());
     NoteComment(at, end);
     ++m_line;
     return m_text.compare(end, 2, "\r\n") == 0 ? end + 2 : end + 1;

@@ -60,7 +60,8 @@ TEST(MacroFailure, StandsAtThePlaceOfTheOffence) {
               "#@x{'k','l'}# -> 9", "#$$x# -> 4", "#%# -> 4", "#/*c*/ ] # -> 9", "\u00e4#$x##\u20ac,# -> 9");
     CheckRows(PlaceOf<kIllegal>, "#$1# -> 4", "#$_x# -> 4", "#$a-b# -> 5", "#'a'1# -> 6", "#$x y!# -> 7", "#'a# -> 5",
               "#'a'' -> 6", "#\"a'# -> 6", "#$[a -> 5", "#$[a]]# -> 8", "#/* -> 4", "#/*/# -> 6", "#//$x# -> 7",
-              "#//c\r!\n# -> 7", "#//c\n!# -> 7", "#$x/# -> 6", "#/ -> 3", "#/ / -> 4", "\u00e4#$\u20ac* -> 6");
+              "#//c\r!\n# -> 7", "#//c\r -> 6", "#//c\n!# -> 7", "#$x/# -> 6", "#/ -> 3", "#/ / -> 4",
+              "\u00e4#$\u20ac* -> 6");
 }
 
 // The end of what was read is shown; it is cut at a byte, and half a character becomes U+FFFD.
@@ -76,7 +77,6 @@ TEST(MacroFailure, DisplayLimitCutsTheTextInTheMessage) {
               "6 abc#$#x -> 0x35d924f0(7, 1, \"bc#$#\") @7", "7 abc#$#x -> 0x35df687a(7, \"abc#$#\") @7",
               "1 abc#$#x -> 0x35d924f0(7, 6, \"\") @7", "-1 abc#$#x -> 0x35df687a(7, \"abc#$#\") @7",
               "5 \u00e4\u20ac#$# -> 0x35d924f0(6, 1, \"\ufffd\u20ac#$#\") @6",
-
               "2 \u00e4\u20ac#$# -> 0x35d924f0(6, 4, \"\ufffd#$#\") @6");
     brindle_platform::clearOverrides();
 }
