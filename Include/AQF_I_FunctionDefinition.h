@@ -84,6 +84,8 @@ public:
     virtual void MergeQosLevel(const I18NString& id, AQF_I_FunctionNode::EQoSLevel level, const I18NString& note) = 0;
 
     virtual void ShowHiddenFunctions() = 0;
+    // Only entries that are marked as dimensional pass. Folders have no such mark, so none is shown; what is in them is
+    // found by name and id.
     virtual void ShowDimensionalFunctionsOnly() = 0;
 
     // As AddFunction, and by its name too, which lookups find in exactly this spelling. A name that is taken stays

@@ -43,6 +43,14 @@ bool Contains(const Container& container, const Value& value) {
     return std::find(container.begin(), container.end(), value) != container.end();
 }
 
+// Null if neither has the key; the first map comes first.
+template <class Map>
+const typename Map::mapped_type* FindInEither(const Map& first, const Map& second, const I18NString& key) {
+    for (const Map* const map : {&first, &second})
+        if (const auto found = map->find(key); found != map->end()) return &found->second;
+    return nullptr;
+}
+
 // The pool's entries of the name, whether a definition would show them or not; at least one.
 auto FindEntries(const I18NString& name, long line) {
     const auto entries = AQF_FunctionPool::GetInstance()->FindByName(name);
@@ -277,17 +285,9 @@ bool AQF_FunctionDefinition::PassesVendors(const AQF_FunctionDescription& descri
 }
 
 const AQF_I_FunctionNode::EQoSLevel* AQF_FunctionDefinition::FindQosLevel(const I18NString& id) const {
-    for (const Levels* levels : {&m_mergedQosLevels, &m_qosLevels}) {
-        const auto found = levels->find(id);
-        if (found != levels->end()) return &found->second;
-    }
-    return nullptr;
+    return FindInEither(m_mergedQosLevels, m_qosLevels, id);
 }
 
 const I18NString* AQF_FunctionDefinition::FindQosNote(const I18NString& id) const {
-    for (const Notes* notes : {&m_mergedQosNotes, &m_qosNotes}) {
-        const auto found = notes->find(id);
-        if (found != notes->end()) return &found->second;
-    }
-    return nullptr;
+    return FindInEither(m_mergedQosNotes, m_qosNotes, id);
 }

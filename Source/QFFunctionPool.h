@@ -63,7 +63,8 @@ public:
     // reads again. Any thread.
     static AQF_FunctionPool* GetInstance();
 
-    // Reads the texts of the locale unless that was done before; a locale without files is logged. Any thread.
+    // Enters the locale among those that are loaded. One that has no string files is logged, the first time; the texts
+    // of all others were read with the pool. Any thread.
     void LoadLocale(const I18NLocale& locale);
 
     // Lookups; all are for any thread once the pool is published.

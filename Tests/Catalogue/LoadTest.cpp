@@ -74,7 +74,7 @@ TEST(CatalogueEntry, EachElementHasItsEffectInAnyOrder) {
         {"<other><![CDATA[<d>]]>e</other>", ",,,,,f,,<d>"},
         {"<parameterType>a</parameterType><parameter/>", ",,,,,f,, (a 1 1 null) ( 1 1 null)"},
         {"<parameter><type/><type>b</type><nullable>yes</nullable></parameter>", ",,,,,f,, ( | b 1 1)"},
-        {"<parameter><type>set</type><nullable>true</nullable></parameter>", ",,,,,f,, (set 1 1 null)"},
+        {"<parameter><type><b/>set</type><nullable>true</nullable></parameter>", ",,,,,f,, (set 1 1 null)"},
         {"<parameter><optional>no</optional><minOccurs>0</minOccurs></parameter>", ",,,,,f,, ( 0 1 null)"},
         {"<parameter><maxOccurs>99999999999</maxOccurs></parameter>", ",,,,,f,, ( 1 2147483647 null)"},
         {"<parameter optional='false'><minOccurs>0</minOccurs></parameter>", ",,,,,f,, ( 1 1 null)"},
@@ -89,7 +89,7 @@ TEST(CatalogueEntry, ARuleNeedsAValueAndASelector) {
     // The level with the interface "OR", and the ordinals of the rules that are dropped.
     const std::tuple<const char*, int, std::string> rows[] = {
         {"<x/><rule/><rule><interface>SS</interface><interface>OR</interface><value>limited</value></rule>", 2, "1"},
-        {"<rule><value>no</value><value>ok</value><value>limited</value><default/></rule>", 2, ""},
+        {"<rule><value>no</value><value>ok</value><value><x/>limited</value><default/></rule>", 2, ""},
         {"<rule><value>limited</value><value>no</value><default/></rule>", 3, "1"},
         {"<rule><interface/><default/><value>limited</value></rule>", 2, ""},
         {"<rule><value>ok</value></rule><rule><datasourceQueryType/><value>ok</value></rule>", 3, "12"},
@@ -200,7 +200,8 @@ TEST(CatalogueStart, ThePoolLastsUntilTheLastEndAndAFailedLoadLeavesNone) {
     catalogue.Fill("<group>");
     AQF_Initialize("test"), AQF_Terminate("test");
     EXPECT_EQ(Tree(), "");
-    AQF_Terminate("test"), AQF_Initialize("test");
+    AQF_Terminate("test"), brindle_platform::setNextInitializeResult(7);
+    EXPECT_EQ(AQF_Initialize("test"), 7);
     for (int attempt = 0; attempt < 2; ++attempt)
         EXPECT_EQ(FailureOf([] { Create(); }),
                   "ZBLIDOM_Exception -1 [text]" + catalogue.Folder() +
