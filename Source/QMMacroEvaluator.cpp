@@ -105,8 +105,8 @@ void AQM_MacroEvaluator::DoCall(const I18NString& name) {
             TopFrame()->values.clear();
             ReplaceTop(argument);
         } else {
-            // An array has no text of its own; this fixed one stands for it.
-            ReplaceTop(argument ? new AQM_MacroValueString(I18NString("array_tbd")) : nullptr);
+            // An array has no text of its own; this fixed one stands for it. No other value has any.
+            ReplaceTop(QMAsArray(argument) ? new AQM_MacroValueString(I18NString("array_tbd")) : nullptr);
         }
         return;
     }

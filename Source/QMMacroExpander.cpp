@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "Mortise/AUT_I_UserConfiguration.h"
@@ -79,8 +80,8 @@ AQM_MacroExpander::AQM_MacroExpander() : m_functionsInUse(&BuiltInTable()) {}
 
 AQM_MacroExpander::AQM_MacroExpander(AQM_MacroExprExecute* visitor, const AQM_FunctionTable* functionTable,
                                      const ZBLIDOM_Document& document, const ZBLIDOM_Node& node)
-    : m_functionsInUse(functionTable ? functionTable : &functions), parentVisitor(visitor), reportDocument(document),
-      reportNode(node) {}
+    : parentVisitor(visitor), reportDocument(document), reportNode(node),
+      m_functionsInUse(functionTable ? functionTable : &functions) {}
 
 void AQM_MacroExpander::AddFunction(AQM_I_MacroFunction* function) {
     if (!function) return;
@@ -101,25 +102,27 @@ bool AQM_MacroExpander::Expand(const I18NString& text, AQU_I_ParameterAccessCoor
                                I18NString& result) {
     if (&text == &result) throw "*DevErr: AQM_MacroExpander::Expand called with same 1st and 3rd arg";
     const bool isReporting = IsReportWanted();
-    const QMX_ParserSetLease set;
+    std::optional<QMX_ParserSetLease> lease(std::in_place);
+    QMX_ParserSet& set = **lease;
     const bool isOutermost = isReporting && reportNode.isNull();
     ZBLIDOM_Node report;
     if (isReporting) report = StartReport(text);
 
-    Parse(*set, text, EMacroRunMode::expansion, 2610);
-    const std::size_t blocks = set->parser.GetBlocks().size();
-    if (blocks > 0 && blocks == set->lexer.GetPositions().size())
-        result = ReplaceBlocks(text, coordinator, *set, report);
-    else
-        result = text;
-    replacementCount = static_cast<int>(blocks);
+    Parse(set, text, EMacroRunMode::expansion, 2610);
+    const std::size_t blocks = set.parser.GetBlocks().size();
+    const bool isReplacing = blocks > 0 && blocks == set.lexer.GetPositions().size();
+    I18NString expanded = isReplacing ? ReplaceBlocks(text, coordinator, set, report) : text;
 
     if (isReporting) {
         const ZBLIDOM_Element element = reportDocument.createElement("result");
-        element.setAttribute("expandedString", result);
+        element.setAttribute("expandedString", expanded);
         report.appendChild(element);
     }
+    lease.reset(); // whoever takes the record may expand texts, too
     if (isOutermost) LogReport();
+    // Behind all that can fail.
+    result = std::move(expanded);
+    replacementCount = static_cast<int>(blocks);
     return replacementCount > 0;
 }
 
@@ -127,7 +130,7 @@ I18NString AQM_MacroExpander::ReplaceBlocks(const I18NString& text, AQU_I_Parame
                                             QMX_ParserSet& set, const ZBLIDOM_Node& report) {
     const std::string_view bytes = text.bytes();
     const auto& blocks = set.parser.GetBlocks();
-    AQM_MacroExprExecute visitor(this, coordinator, m_functionsInUse, reportDocument, report);
+    AQM_MacroExprExecute visitor(this, coordinator, &m_functionsInUse, reportDocument, report);
     I18NString expanded;
     expanded.reserve(std::min(bytes.size() + blocks.size() * kRoomForValue, I18NString::kMaxBytes));
     std::size_t copied = 0;
@@ -173,7 +176,7 @@ void AQM_MacroExpander::Analyze(const I18NString& text, const AQU_I_ParameterAcc
     Parse(*set, text, EMacroRunMode::expansion, 2484);
     // Lookups aren't const, though they change nothing that a caller could see.
     auto* const parameters = const_cast<AQU_I_ParameterAccessCoordinator*>(coordinator);
-    AQM_MacroExprExecute visitor(this, parameters, m_functionsInUse, ZBLIDOM_Document(), ZBLIDOM_Node());
+    AQM_MacroExprExecute visitor(this, parameters, &m_functionsInUse, ZBLIDOM_Document(), ZBLIDOM_Node());
     auto position = set->lexer.GetPositions().begin();
     for (const QMX_ParsedBlock& block : set->parser.GetBlocks()) {
         if (position == set->lexer.GetPositions().end()) break;
@@ -186,7 +189,8 @@ void AQM_MacroExpander::Analyze(const I18NString& text, const AQU_I_ParameterAcc
 void AQM_MacroExpander::GetMacroPositions(const I18NString& text, std::vector<PositionInfo>& out) {
     const QMX_ParserSetLease set;
     Parse(*set, text, EMacroRunMode::positions, 2817);
-    out.reserve(out.size() + set->lexer.GetPositions().size());
+    // The list of a caller who collects from many texts has to grow in leaps, not anew for each text.
+    if (out.empty()) out.reserve(set->lexer.GetPositions().size());
     for (const QMX_BlockPosition& block : set->lexer.GetPositions())
         out.push_back(MakePosition(block));
 }

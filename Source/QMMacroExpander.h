@@ -49,10 +49,12 @@ private:
     void LogReport() const;
 
     int replacementCount = 0;
-    // A table of this object's own once a function has been added; until then one that is shared.
+    // Of this object's own, in use once a function has been added.
     AQM_FunctionTable functions;
-    const AQM_FunctionTable* m_functionsInUse;
     AQM_MacroExprExecute* parentVisitor = nullptr;
     ZBLIDOM_Document reportDocument;
     ZBLIDOM_Node reportNode;
+
+    // The table above, or until a function is added one that is shared.
+    const AQM_FunctionTable* m_functionsInUse;
 };

@@ -58,8 +58,8 @@ std::unique_ptr<AQM_MacroValue> MakeArray(std::vector<I18NString>&& texts) {
 
 AQM_MacroExprExecute::AQM_MacroExprExecute(AQM_MacroExpander* macroExpander,
                                            AQU_I_ParameterAccessCoordinator* parameters,
-                                           const AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
-                                           const ZBLIDOM_Node& node)
+                                           const AQM_FunctionTable* const* functionTable,
+                                           const ZBLIDOM_Document& document, const ZBLIDOM_Node& node)
     : coordinator(parameters), functions(functionTable), expander(macroExpander), reportDocument(document),
       reportNode(node) {}
 
@@ -107,7 +107,7 @@ I18NString AQM_MacroExprExecute::ExpandNested(const I18NString& text) {
         failure << message;
         QELogAndThrow(failure, "Source/QMMacroExprExecute", 296);
     }
-    AQM_MacroExpander nested(this, functions, reportDocument, reportNode);
+    AQM_MacroExpander nested(this, *functions, reportDocument, reportNode);
     return nested.Expand(text, coordinator);
 }
 
@@ -128,8 +128,8 @@ void AQM_MacroExprExecute::Binary(EMacroOpCode) {
 
 void AQM_MacroExprExecute::VisitOpFunction(AQM_MacroExprNode*, int argumentCount, const I18NString& name) {
     AQM_I_MacroFunction* function = nullptr;
-    if (functions)
-        if (const auto found = functions->find(name); found != functions->end()) function = found->second;
+    if (const AQM_FunctionTable* const table = *functions)
+        if (const auto found = table->find(name); found != table->end()) function = found->second;
     if (function)
         evaluator.DoCallAppFunction(function);
     else
@@ -241,7 +241,7 @@ I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* e
 I18NString AQM_ExecuteExpression(AQM_MacroExpr* expression, AQM_MacroExpander* expander,
                                  AQU_I_ParameterAccessCoordinator* coordinator, const AQM_FunctionTable* functions,
                                  ZBLIDOM_Document document, ZBLIDOM_Node node) {
-    AQM_MacroExprExecute visitor(expander, coordinator, functions, document, node);
+    AQM_MacroExprExecute visitor(expander, coordinator, &functions, document, node);
     expression->Accept(visitor);
     return visitor.GetResultText();
 }

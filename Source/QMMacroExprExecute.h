@@ -24,9 +24,11 @@ using AQM_FunctionTable = std::map<I18NString, AQM_I_MacroFunction*>;
 // "MacroNesting" of section "QueryEngine" allows. One thread.
 class AQM_MacroExprExecute : public AQM_I_MacroExprVisitor {
 public:
-    // The coordinator and the functions may be null. With a report node every step leaves an element below it.
+    // The coordinator and the table may be null; the function table is read where `functionTable` points at the time
+    // of each call, so that functions can be added in the middle of a run. With a report node every step leaves an
+    // element below it.
     AQM_MacroExprExecute(AQM_MacroExpander* macroExpander, AQU_I_ParameterAccessCoordinator* parameters,
-                         const AQM_FunctionTable* functionTable, const ZBLIDOM_Document& document,
+                         const AQM_FunctionTable* const* functionTable, const ZBLIDOM_Document& document,
                          const ZBLIDOM_Node& node);
     ~AQM_MacroExprExecute() override;
 
@@ -64,7 +66,7 @@ private:
     AQM_MacroEvaluator evaluator;
     std::unique_ptr<AQM_MacroValue> result;
     AQU_I_ParameterAccessCoordinator* coordinator;
-    const AQM_FunctionTable* functions;
+    const AQM_FunctionTable* const* functions;
     AQM_MacroExpander* expander;
     ZBLIDOM_Document reportDocument;
     ZBLIDOM_Node reportNode;

@@ -27,16 +27,17 @@ public:
         I18NString* const text = m_texts[m_used++].get();
         text->clear();
         text->appendValidUtf8(bytes);
+        m_hasLong |= bytes.size() > kKeptBytes;
         return text;
     }
     // All texts are free for use again.
     void Clear() { m_used = 0; }
-    // Gives the memory back but for a few texts.
+    // All texts are free; after a run with a long one, or with many, they give their memory back as well.
     void Shrink() {
         m_used = 0;
-        for (const auto& text : m_texts)
-            if (text->bytes().size() > kKeptBytes) *text = I18NString();
-        if (m_texts.size() > kKeptTexts) m_texts.resize(kKeptTexts);
+        if (!m_hasLong && m_texts.size() <= kKeptTexts) return;
+        std::vector<std::unique_ptr<I18NString>>().swap(m_texts);
+        m_hasLong = false;
     }
 
 private:
@@ -45,4 +46,5 @@ private:
 
     std::vector<std::unique_ptr<I18NString>> m_texts;
     std::size_t m_used = 0;
+    bool m_hasLong = false;
 };

@@ -64,9 +64,10 @@ TEST(MacroEvaluator, CallReplacesTheFrameByItsResultUnlessItFails) {
               "[ \u00e4 \u20ac !+ -> 0 '\u00e4\u20ac' null", "[ [ a b !+ = c !+ -> 0 'abc' null", "[ !+ -> 0 [] null",
               "[ a !+ -> 1 ['a'] null", "[ a b c !+ -> 3 ['a', 'b', 'c'] null", "[ !_cts -> 0 '' null",
               "[ a !_cts -> 0 'a' null", "[ {} !_cts -> 0 'array_tbd' null", "[ x [ 0 !_cts -> 0 null ['x']",
-              "[ a b !_cts -> 2 ['a', 'b'] null", "[ x [ !myfunc -> 0 null ['x']", "[ x [ {} !myfunc -> 0 null ['x']",
-              "[ x [ a b !myfunc -> 0 null ['x']", "[ a !myfunc -> 0 'UH: don''t know what to do with:<a>' null",
-              "[ a b !! -> 0 '['a', 'b']' null", "[ x [ throw !! -> text: thrown 1 ['throw'] ['x']");
+              "[ x [ ? !_cts -> 0 null ['x']", "[ a b !_cts -> 2 ['a', 'b'] null", "[ x [ !myfunc -> 0 null ['x']",
+              "[ x [ {} !myfunc -> 0 null ['x']", "[ x [ a b !myfunc -> 0 null ['x']",
+              "[ a !myfunc -> 0 'UH: don''t know what to do with:<a>' null", "[ a b !! -> 0 '['a', 'b']' null",
+              "[ x [ throw !! -> text: thrown 1 ['throw'] ['x']");
     CheckRows(StackAfter, "!+ !_cts !myfunc -> 0 null null", "a ? {} 0 -> 0 null null", "[ a !_cts ? b -> 0 'a' null");
     EXPECT_EQ(Probe::alive, 0);
     for (const std::string operands : {"a {}", "{} a", "a 0", "0 a", "? a", "{} {}"})

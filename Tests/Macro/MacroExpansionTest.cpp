@@ -1,6 +1,7 @@
 // What the expander makes of texts: values in the blocks' places, where the blocks lie, the document form, the report.
 #include <iterator>
 #include <random>
+#include <set>
 
 #include "ZBLIDOM/ZBLIDOM_Helper.h"
 
@@ -210,6 +211,21 @@ TEST(MacroFunctions, LaterOneOfANameReplacesTheEarlierAlsoInNestedTexts) {
     expander.AddFunction(&second);
     EXPECT_EQ(Expanded(expander, "#f('a','b')#", parameters), "a");
     EXPECT_EQ(Expanded(other, "#f()#", parameters), "QEException 1221 0x35ddd82c(\"f\") Source/QMMacroEvaluator:141");
+
+    struct AddingMap : AQU_ParameterMapApp {
+        AddingMap(AQM_I_MacroExpander& to, TestFunction& added)
+            : AQU_ParameterMapApp("late", 0), m_to(to), m_added(added) {}
+        using AQU_ParameterMapApp::Get;
+        int Get(const I18NString&, const I18NString&, I18NString& value) override {
+            m_to.AddFunction(&m_added);
+            value = "k";
+            return 1;
+        }
+        AQM_I_MacroExpander& m_to;
+        TestFunction& m_added;
+    } late(other, first);
+    parameters.Get()->AddParameterMap(&late);
+    EXPECT_EQ(Expanded(other, "#f($late{'k'})#", parameters), "f['k']") << "added in the middle of a run";
 }
 
 // Start and end of block and comment, -1 for what isn't there.
@@ -228,6 +244,12 @@ TEST(MacroPositions, TellBlocksAndTheirLeadingComments) {
     CheckRows(positions, "a #$x# b -> 2 5 -1 -1 ", "##\u00e4## -> 0 1 -1 -1 4 5 -1 -1 ", "#/* c */ $x# -> 0 11 1 7 ",
               "#$x/* c */# -> 0 10 -1 -1 ", "# \n/**/ /*d*/$x/*e*/# -> 0 20 3 6 ", "#// \u00e4\r\n$x# -> 0 10 1 5 ",
               "#//\r//\n# -> 0 7 1 2 ", "#/***/#/**/#//\n# -> 0 6 1 5 11 15 12 13 ", "#/*'#'*/'#'# -> 0 11 1 7 ");
+
+    Positions collected;
+    std::set<std::size_t> capacities;
+    for (int i = 0; i < 1000; ++i, capacities.insert(collected.capacity()))
+        expander.GetMacroPositions("#$x#", collected);
+    EXPECT_LT(capacities.size(), 30U) << "the list of a caller who collects is moved anew for each text";
 }
 
 TEST(MacroDocument, HasAnElementForEachPieceOfABlock) {

@@ -8,6 +8,7 @@
 
 #include "QMMacroExpander.h"
 #include "QMMacroParserPool.h"
+#include "Support/FailingHeap.h"
 #include "Support/FailureCheck.h"
 #include "Support/Rows.h"
 #include "Support/TreeDump.h"
@@ -69,7 +70,6 @@ TEST(MacroTree, WalkCallsTheOperationOfTheCode) {
     EXPECT_EQ(TreeDump::Of(*entry), "$t{t()}") << "a node with a parent has no frame";
 }
 
-// Each case has a pool of its own.
 // A tree that no parser made, without a coordinator and without functions.
 TEST(MacroTree, HandMadeTreesAreExecuted) {
     const auto valueOf = [](AQM_MacroExprNode::EMacroOpCode op, bool isBelowRoot) {
@@ -78,7 +78,7 @@ TEST(MacroTree, HandMadeTreesAreExecuted) {
         AQM_MacroExprNode* const node = expression->CreateUnaryOp(name, op);
         if (isBelowRoot) expression->AddChild(node);
         AQM_MacroExpander expander;
-        const AQM_FunctionTable none;
+        const AQM_FunctionTable* const none = nullptr;
         AQM_MacroExprExecute visitor(&expander, nullptr, &none, ZBLIDOM_Document(), ZBLIDOM_Node());
         if (!isBelowRoot) node->Accept(visitor);
         return isBelowRoot ? AQM_ExecuteExpression(expression.get(), &expander, nullptr, nullptr)
@@ -96,6 +96,7 @@ TEST(MacroTree, HandMadeTreesAreExecuted) {
         EXPECT_EQ(valueOf(static_cast<AQM_MacroExprNode::EMacroOpCode>(op), false), op < 200 ? "" : "array") << op;
 }
 
+// Each case has a pool of its own.
 class ParserPool : public testing::Test {
 protected:
     ParserPool() { QMX_EndParserPool(); }
@@ -150,6 +151,19 @@ TEST_F(ParserPool, ServesSeveralThreadsAtOnce) {
         thread.join();
     EXPECT_EQ(successes, 4 * 200 * 2);
     EXPECT_LE(QMX_CountPooledSets(), threads.size());
+}
+
+TEST(MacroSymbols, GiveTheirMemoryBackAfterALongOneOrMany) {
+    const long before = blocksInUse;
+    QMX_SymbolTable symbols;
+    for (const int count : {1, 300}) {
+        for (int i = 0; i < count; ++i)
+            symbols.Enter(std::string(count == 1 ? 1000 : 1, 'x'));
+        symbols.Clear();
+        symbols.Enter("y"); // in the place of the first
+        symbols.Shrink();
+        EXPECT_EQ(blocksInUse, before) << count;
+    }
 }
 
 TEST(ParserErrors, CodesOfTheRuntimeHaveAMessageOfTheirOwn) {

@@ -8,4 +8,6 @@ namespace brindle_test {
 // How many allocations still succeed, on all threads together, before one fails; below 0, as at first, all succeed.
 extern std::atomic<long> allocationsLeft;
 
+extern std::atomic<long> blocksInUse;
+
 } // namespace brindle_test
