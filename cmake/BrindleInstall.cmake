@@ -42,10 +42,13 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/Platform/" DESTINATION "${header_destin
         PATTERN "OS" EXCLUDE
         PATTERN "Mortise/LogLevel.h" EXCLUDE
         PATTERN "Mortise/LogSink.h" EXCLUDE
+        PATTERN "Mortise/SettingsFile.h" EXCLUDE
         PATTERN "Mortise/SettingsStore.h" EXCLUDE
+        PATTERN "Mortise/TomlParser.h" EXCLUDE
         PATTERN "ZBLCFGAPI/ConfigurationService.h" EXCLUDE
         PATTERN "ZBLCore/I18NUtf8.h" EXCLUDE
         PATTERN "ZBLCore/ZBLMessageCatalogue.h" EXCLUDE
+        PATTERN "ZBLCore/ZBLMessageLines.h" EXCLUDE
         PATTERN "ZBLCore/ZBLTextSubstitution.h" EXCLUDE
         PATTERN "ZBLIDOM/ZBLIDOM_Tree.h" EXCLUDE)
 

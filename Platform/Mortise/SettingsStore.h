@@ -10,14 +10,9 @@
 #include <string_view>
 #include <utility>
 
-#include "ZBLCore/I18NString.h"
+#include "Mortise/SettingsFile.h"
 
 namespace brindle_platform {
-
-struct Option {
-    I18NString text;                    // an integer in decimal
-    std::optional<std::int64_t> number; // if the text is one
-};
 
 // Null if the option isn't set, or neither text nor integer. Valid for ever. Any thread; no lock once the file was
 // read.

@@ -4,15 +4,14 @@
 #include <array>
 #include <atomic>
 #include <charconv>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "OS/FileSystem.h"
 #include "OS/ProgramDirectory.h"
+#include "ZBLCore/ZBLMessageLines.h"
 #include "ZBLCore/ZBLThread.h"
 
 namespace {
@@ -23,18 +22,10 @@ constexpr std::size_t kMaxFileBytes = std::size_t{16} << 20;
 // a bound; one more is sought anew each time.
 constexpr std::size_t kMaxMissing = 256;
 
-// A line of the file: the number, and where its text stands in the content.
-struct Entry {
-    unsigned long number;
-    std::uint32_t beginByte;
-    std::uint32_t byteCount;
-};
-
 struct Catalogue {
     std::string path;
     bool readable = false;
-    std::string content;
-    std::vector<Entry> entries; // by number; the later line first behind that
+    ZBLMessageLines lines;
     const Catalogue* older = nullptr;
 };
 
@@ -49,72 +40,14 @@ bool isPlainName(std::string_view name) {
     return !name.empty() && name.size() <= 64 && std::all_of(name.begin(), name.end(), isPlain);
 }
 
-std::optional<unsigned long> parseNumber(std::string_view text) {
-    int radix = 10;
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        radix = 16;
-        text.remove_prefix(2);
-    }
-    unsigned long number = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number, radix);
-    if (failure != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return number;
-}
-
-void readEntries(Catalogue& catalogue) {
-    const std::string_view content = catalogue.content;
-    std::size_t lineBegin = content.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-    while (lineBegin < content.size()) {
-        const std::size_t lineEnd = std::min(content.find('\n', lineBegin), content.size());
-        std::string_view line = content.substr(lineBegin, lineEnd - lineBegin);
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        const std::size_t tab = line.find('\t');
-        if (tab != std::string_view::npos) {
-            if (const std::optional<unsigned long> number = parseNumber(line.substr(0, tab))) {
-                catalogue.entries.push_back({*number, static_cast<std::uint32_t>(lineBegin + tab + 1),
-                                             static_cast<std::uint32_t>(line.size() - tab - 1)});
-            }
-        }
-        lineBegin = lineEnd + 1;
-    }
-    std::sort(catalogue.entries.begin(), catalogue.entries.end(), [](const Entry& left, const Entry& right) {
-        return left.number != right.number ? left.number < right.number : left.beginByte > right.beginByte;
-    });
-}
-
 std::unique_ptr<Catalogue> load(std::string path) {
     auto catalogue = std::make_unique<Catalogue>();
     if (std::optional<std::string> content = brindle_platform::readWholeFile(path, kMaxFileBytes)) {
         catalogue->readable = true;
-        catalogue->content = std::move(*content);
-        readEntries(*catalogue);
+        catalogue->lines = ZBLMessageLines(std::move(*content));
     }
     catalogue->path = std::move(path);
     return catalogue;
-}
-
-I18NString unescape(std::string_view line) {
-    std::string text;
-    text.reserve(line.size());
-    for (std::size_t at = 0; at < line.size(); ++at) {
-        const char escaped = line[at] == '\\' && at + 1 < line.size() ? line[at + 1] : '\0';
-        switch (escaped) {
-        case 'n':
-            text += '\n';
-            break;
-        case 't':
-            text += '\t';
-            break;
-        case '\\':
-            text += '\\';
-            break;
-        default:
-            text += line[at];
-            continue;
-        }
-        ++at;
-    }
-    return I18NString(std::string_view(text));
 }
 
 const Catalogue* findKept(std::string_view path) {
@@ -126,10 +59,7 @@ const Catalogue* findKept(std::string_view path) {
 
 // Answers whether the catalogue has the number; tells in `path` where it lies unless that holds another path already.
 bool lookUp(const Catalogue& catalogue, unsigned long number, I18NString& text, I18NString* path) {
-    const auto found = std::lower_bound(catalogue.entries.begin(), catalogue.entries.end(), number,
-                                        [](const Entry& entry, unsigned long wanted) { return entry.number < wanted; });
-    const bool answered = found != catalogue.entries.end() && found->number == number;
-    if (answered) text = unescape(std::string_view(catalogue.content).substr(found->beginByte, found->byteCount));
+    const bool answered = catalogue.lines.findText(number, text);
     if (path != nullptr && (answered || (catalogue.readable && path->empty()))) {
         *path = I18NString(std::string_view(catalogue.path));
     }

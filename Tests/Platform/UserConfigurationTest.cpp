@@ -89,6 +89,8 @@ TEST_F(UserConfiguration, AFileCountsAsAWholeOrNotAtAll) {
         keys += ".a";
     expect(5, good + "x =\n", ":3:4: ");
     expect(5, good + "MacroNesting = 9\n", ":3:");
+    for (const char* key : {"=", "é"})
+        expect(5, good + "[" + key + "]\n", ":3:2: ");
     expect(9, good + filler + "\n");
     expect(5, good + filler + "#\n");
     expect(9, good + keys + " = 1\n");

@@ -21,6 +21,7 @@ TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {
         Check({{{"dimensions"}, input, {1, "", "-" + message + "\n"}}});
     };
     refused("[\n,", ":2:1: syntax error while parsing value - unexpected ','; expected '[', '{', or a literal\n,\n^");
+    refused("[1e999]", ": number overflow parsing '1e999'");
     refused(R"({"key":[]})", ": expected 'items', 'keys' or 'groups', found 'key'");
     refused(R"({"items":{"1":{}}})", ": expected a text at '/items/1', found object");
     for (const std::string item : {"", "4294967296", "1x"})

@@ -11,4 +11,7 @@ namespace brindle_tool {
 // its message, which opens with the error's name and mostly with the place in bytes.
 [[noreturn]] void ThrowJsonFailure(const Input& input, std::size_t readBytes, const char* what);
 
+// The same where the parser doesn't tell how far it came.
+[[noreturn]] void ThrowJsonFailure(const Input& input, const char* what);
+
 } // namespace brindle_tool

@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include "Diagnostic.h"
-#include "Files.h"
 #include "JsonFailure.h"
 
 namespace brindle_tool {
@@ -121,12 +120,13 @@ std::string ToText(const ParameterName& name) {
     return "'" + Printable(name.map.bytes()) + "{" + key + "}'";
 }
 
-ParameterTable ReadParameterFile(const std::string& file) {
-    const Input input = ReadInput(file);
+ParameterTable ParseParameters(const Input& input) {
     ParameterReader reader(input);
     const std::string_view bytes = input.text.bytes();
     Json::sax_parse(bytes.begin(), bytes.end(), &reader);
     return std::move(reader.table);
 }
+
+ParameterTable ReadParameterFile(const std::string& file) { return ParseParameters(ReadInput(file)); }
 
 } // namespace brindle_tool

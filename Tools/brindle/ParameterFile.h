@@ -12,6 +12,8 @@
 
 #include "ZBLCore/I18NString.h"
 
+#include "Files.h"
+
 namespace brindle_tool {
 
 inline constexpr const char* kEnvironmentMap = "_env";
@@ -28,8 +30,11 @@ std::string ToText(const ParameterName& name);
 // The values of each name in the order given.
 using ParameterTable = std::map<ParameterName, std::vector<I18NString>>;
 
-// The file ("-" is standard input) is refused whole, with a Failure, if it isn't JSON, has a value of another type than
-// the above, or gives a name twice.
+// The text is refused whole, with a Failure, if it isn't JSON, has a value of another type than the above, or gives a
+// name twice.
+ParameterTable ParseParameters(const Input& input);
+
+// The same for a file, or standard input for "-".
 ParameterTable ReadParameterFile(const std::string& file);
 
 } // namespace brindle_tool
