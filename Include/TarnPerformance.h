@@ -33,7 +33,8 @@ public:
     // configuration service. It holds to the end of the library.
     static void SetLogDir(const I18NString& directory);
 
-    // The path of the performance file that records go to; empty as long as none is open, or if it could not be made.
+    // The path of the performance file that records go to; empty as long as none is open, and once it could not be made
+    // or written.
     static I18NString GetFileName();
 
     // The number of the component, which is entered if it isn't there; an empty name is entered each time.

@@ -12,8 +12,10 @@ class ZBLResourceCounterSet;
 // One thread at a time.
 class BRINDLE_PLATFORM_API LogPerfIndication : public LogIndication {
 public:
-    // The counters are the caller's and must outlive the indication. The only options are 0.
+    // The counters are the caller's and must outlive the indication, but not its copies. The only options are 0.
     LogPerfIndication(const I18NString& component, int options, ZBLResourceCounterSet& counters);
+    LogPerfIndication(const LogPerfIndication&) = default;
+    LogPerfIndication& operator=(const LogPerfIndication&) = delete;
     ~LogPerfIndication() override;
 
     void setThreadID(unsigned long thread) { m_threadID = thread; }
@@ -35,12 +37,26 @@ public:
     const I18NString& getStatus() const { return m_status; }
     const I18NString& getLogData() const { return m_logData; }
 
-    // As the counters stand now.
-    std::int64_t getElapsedMillis() const;
+    // As the counters stand now; of a copy, as they stood when it was made.
+    std::int64_t getElapsedMillis() const { return m_elapsed.Millis(); }
 
 private:
+    // Whoever is handed an indication may keep a copy, but the counters end with the scope that is measured.
+    class BRINDLE_PLATFORM_API Elapsed {
+    public:
+        explicit Elapsed(const ZBLResourceCounterSet& counters) : m_counters(&counters) {}
+        Elapsed(const Elapsed& other) : m_millisAtCopy(other.Millis()) {}
+        Elapsed& operator=(const Elapsed&) = delete;
+
+        std::int64_t Millis() const;
+
+    private:
+        const ZBLResourceCounterSet* m_counters = nullptr; // null in a copy
+        std::int64_t m_millisAtCopy = 0;
+    };
+
     I18NString m_component;
-    const ZBLResourceCounterSet& m_counters;
+    Elapsed m_elapsed;
     unsigned long m_threadID = 0;
     int m_level = 0;
     I18NString m_sessionID;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <list>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -73,13 +74,13 @@ TEST_F(PerformanceIndication, GuardSendsAtItsStartAndAtItsEnd) {
 TEST_F(PerformanceIndication, ASinkTakesWhatWouldBeLoggedAndMayFail) {
     setLoggerThreshold("Perf.DAM.VKE", 30000);
     AQE_IPFPerformance owner(AQE_IPFPerformance::GetDefaultComponent());
-    std::string sent;
-    setIndicationSink([&sent](const LogPerfIndication& indication) {
-        sent += (indication.getStatus() + " " + std::to_string(indication.getElapsedMillis()).c_str() + " ").bytes();
-        throw sent;
-    });
+    std::list<LogPerfIndication> kept;
+    setIndicationSink([&kept](const LogPerfIndication& indication) { throw &kept.emplace_back(indication); });
     EXPECT_EQ(Guarded(&owner, 30000, [] {}), 0);
-    EXPECT_EQ(sent, "ENTER 0 RETURN 25 ");
+    std::string sent;
+    for (const LogPerfIndication& indication : kept)
+        sent += (indication.getStatus() + " " + std::to_string(indication.getElapsedMillis()).c_str() + " ").bytes();
+    EXPECT_EQ(sent, "ENTER 0 RETURN 25 ") << "of copies that outlive the guard and its counters";
     setIndicationSink(nullptr);
     EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2);
 }
