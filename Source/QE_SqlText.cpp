@@ -19,6 +19,7 @@
 
 using brindle::AppendBlanks;
 using brindle::AppendNewLine;
+using brindle::ShiftedIndent;
 
 namespace {
 
@@ -56,7 +57,7 @@ struct AQE_SqlText::SqlForm {
     Level Open(const AQE_SqlText& text, int indent) {
         if (text.name == kStatement) out.appendAscii("/* version 1.1 */\n");
         if (text.name == kOnNewLine) AppendNewLine(out, indent);
-        return text.name == kIndented ? indent + kFurtherIndent : indent;
+        return text.name == kIndented ? ShiftedIndent(indent, kFurtherIndent) : indent;
     }
     void Write(AQE_SqlTextFragment& fragment, int& indent) { fragment.StreamToSql(out, indent); }
     void Close(const AQE_SqlText&) {}
@@ -256,12 +257,12 @@ void AQE_SqlText::PrependString(const I18NString& text) {
 
 void AQE_SqlText::Indent(int blanks) {
     for (const AUT_RefPtr<AQE_SqlLine>& line : lines)
-        line->indent += blanks;
+        line->indent = ShiftedIndent(line->indent, blanks);
 }
 
 void AQE_SqlText::IndentNotFirstLine(int blanks) {
     for (std::size_t i = 1; i < lines.size(); ++i)
-        lines[i]->indent += blanks;
+        lines[i]->indent = ShiftedIndent(lines[i]->indent, blanks);
 }
 
 bool AQE_SqlText::Empty() { return lines.empty(); }

@@ -8,6 +8,7 @@
 
 using brindle::AppendElement;
 using brindle::AppendNewLine;
+using brindle::ShiftedIndent;
 
 AQE_SqlTextFragment::~AQE_SqlTextFragment() = default;
 AQE_SqlTextFragment::ESqlFragementType AQE_SqlTextFragment::GetFragmentType() const { return SFT_Fragment; }
@@ -91,7 +92,7 @@ void AQE_SqlTextPunctuation::StreamToXmlDom(ZBLIDOM_Document& document, ZBLIDOM_
 }
 void AQE_SqlTextPunctuation::StreamToSql(I18NString& out, int& indent) {
     out.appendAscii(SymbolOf(punctuation));
-    if (punctuation == STP_OpeningBracket) ++indent;
-    if (punctuation == STP_ClosingBracket) --indent;
+    if (punctuation == STP_OpeningBracket) indent = ShiftedIndent(indent, 1);
+    if (punctuation == STP_ClosingBracket) indent = ShiftedIndent(indent, -1);
     if (punctuation == STP_Comma) AppendNewLine(out, indent);
 }

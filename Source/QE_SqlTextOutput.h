@@ -19,6 +19,11 @@ inline void AppendBlanks(I18NString& out, long count) {
         out.appendAscii(blanks.substr(0, static_cast<std::size_t>(count)));
 }
 
+// Wraps around, so that blanks taken away again always leave the indentation as it was.
+inline int ShiftedIndent(int indent, int blanks) {
+    return static_cast<int>(static_cast<unsigned>(indent) + static_cast<unsigned>(blanks));
+}
+
 // A count below zero is no blank.
 inline void AppendNewLine(I18NString& out, long blanks) {
     const long first = std::clamp(blanks, 0L, static_cast<long>(kLineStart.size()) - 1);

@@ -1,4 +1,5 @@
 // Structured SQL: each piece in its three forms, what the names of texts do, lines and their sharing, deep texts.
+#include <climits>
 #include <memory>
 #include <new>
 #include <random>
@@ -69,8 +70,10 @@ TEST(SqlFragments, RenderInThreeForms) {
         {Of<AQE_SqlTextTable>("a&b"), 2, "a&b", 2, "<t>a&b</t>", "<t>a&amp;b</t>"},
         {Of<AQE_SqlTextOperator>("<"), 2, " < ", 2, "<op>&lt;</op>"},
         {Of<AQE_SqlTextOperator>("<="), 2, " <= ", 2, "<op><=</op>", "<op>&lt;=</op>"},
+        {Punctuation(0), INT_MAX, "(", INT_MIN, "<p>(</p>"},
         {Punctuation(0), -1, "(", 0, "<p>(</p>"},
         {Punctuation(1), 0, ")", -1, "<p>)</p>"},
+        {Punctuation(1), INT_MIN, ")", INT_MAX, "<p>)</p>"},
         {Punctuation(2), 3, ",\n   ", 3, "<p>,</p>"},
         {Punctuation(2), -3, ",\n", -3, "<p>,</p>"},
         {Punctuation(3), 3, "***badPunctuation***", 3, "<p>***badPunctuation***</p>"},
@@ -146,7 +149,8 @@ TEST(SqlLines, RenderWithTheirIndentation) {
         text.AppendKeyword(static_cast<AQE_SqlText::sqlKeyword>(phrase));
     text.PrependString("<");
     EXPECT_EQ(text.GetText(), "  <x\nbselect  within group ");
-    text.Indent(-2);
+    for (const int blanks : {INT_MAX, INT_MIN, -1}) // -2 in all
+        text.Indent(blanks);
     text.IndentNotFirstLine(4);
     EXPECT_EQ(text.GetText(), "<x\n bselect  within group ") << "the indentation had got below zero";
     text.AddLine();
