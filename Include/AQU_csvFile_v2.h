@@ -35,8 +35,8 @@ public:
     AQU_csvFile_v2(const AQU_csvFile_v2&) = delete;
     AQU_csvFile_v2& operator=(const AQU_csvFile_v2&) = delete;
 
-    // Appends the fields of the next record, at least one. False at the end of the file, and nothing is appended. A
-    // line beyond 2 GiB throws std::length_error.
+    // Appends the fields of the next record, at least one. False at the end of the file, and nothing is appended; what
+    // can't be read counts as the end, also within a record. A line beyond 2 GiB throws std::length_error.
     bool Get(std::vector<I18NString>& fields);
 
     // Writes one record with a line end, in one piece. In UTF-16 the line has two bytes for each character, so that one

@@ -40,8 +40,9 @@ struct LogRecord {
     I18NString text;
 };
 
-// Takes every record instead of the file that BRINDLE_LOG names; null goes back to the file. Calls come one at a time.
-// What the sink throws is dropped, and so is a record that is logged from within the sink.
+// Takes every record instead of the file that BRINDLE_LOG names; null goes back to the file. Calls come one at a time,
+// under the log's lock, so a sink must wait for no other thread, which may be about to log. What the sink throws is
+// dropped, and so is a record that is logged from within the sink.
 BRINDLE_PLATFORM_API void setLogSink(std::function<void(const LogRecord&)> sink);
 
 // Level of the log entry `name`, in front of the settings; it holds for log objects made from now on.

@@ -126,10 +126,12 @@ void AQE_PerfData::CreateXMLFile() {
         ZBLConfigurationFactory::getInstance().getFullPath(state.m_logDir.value_or(kDefaultDirectory));
     if (!AUT_I_FileSupport::DirectoryExists(directory)) AUT_I_FileSupport::MakeDirectory(directory);
     const I18NString stem = directory + "/Performance_" + ZBLUtSystemInfo::getTimeStamp(kFileNameStamp);
-    auto file = std::make_unique<QE_PerfStream>(stem.bytes(), ".xml");
 
     std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PerformanceData PID=\"";
     head += std::to_string(ZBLUtSystemInfo::getProcessId()) + "\" >\n";
-    file->Write(head.append(kIndex));
+    head.append(kIndex);
+    // Behind all that needs memory, which would leave an empty file.
+    auto file = std::make_unique<QE_PerfStream>(stem.bytes(), ".xml");
+    file->Write(head);
     state.m_file = std::move(file);
 }

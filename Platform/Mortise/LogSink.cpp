@@ -89,10 +89,11 @@ std::string formatRecord(const LogRecord& record) {
 
 void writeToTarget(Sink& s, const LogRecord& record) {
     if (!s.isOpened) {
-        s.isOpened = true;
         const std::string target = logTarget();
         if (target != "-") s.file = openForAppend(target);
         s.descriptor = target == "-" ? kStandardError : s.file.get();
+        // Only now: where memory is wanting for the name, the next record tries again.
+        s.isOpened = true;
     }
     if (s.descriptor >= 0) writeAll(s.descriptor, formatRecord(record));
 }

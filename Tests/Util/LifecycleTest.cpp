@@ -1,6 +1,4 @@
-// Start and end of the library, among many threads too; the configuration file's maps; the locale operations.
-#include <atomic>
-#include <chrono>
+// Start and end of the library; the configuration file's maps; the locale operations.
 #include <thread>
 
 #include "ZBLCFGAPI/ZBLConfigurationException.h"
@@ -81,20 +79,6 @@ TEST_F(Lifecycle, ARefusedStepLeavesOutTheStepsBehindItAndIsNotRetried) {
     EXPECT_FALSE(Starts() || l("test") != 0 || l("test") != 0);
     EXPECT_FALSE(Starts(AQF_Initialize)) << "the catalogue was ended without having been started";
     EXPECT_TRUE(Starts()) << "behind the end all begins anew";
-}
-
-// A second of it, or as many as BRINDLE_STRESS_SECONDS says.
-TEST_F(Lifecycle, ThreadsThatStartExpandAndEndDoNotMeet) {
-    Configure("strong");
-    const char* const seconds = std::getenv("BRINDLE_STRESS_SECONDS");
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds ? std::atoi(seconds) : 1);
-    std::atomic<int> wrong = 0;
-    for (std::vector<std::jthread> threads; threads.size() < 8;)
-        threads.emplace_back([&wrong, end] {
-            while (std::chrono::steady_clock::now() < end)
-                wrong += L("thread") != 0 || Expanded() != "strong w" || l("thread") != 0;
-        });
-    EXPECT_TRUE(wrong == 0 && Starts()) << "every start had its end";
 }
 
 // "1" or "0" for whether there is one, and what the locale is then.
