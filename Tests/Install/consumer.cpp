@@ -17,7 +17,7 @@ int main() {
         parameters.Set("x", "1");
         const std::unique_ptr<AQU_I_ParameterAccessCoordinator> coordinator(AQU_I_ParameterAccessCoordinator::Create());
         coordinator->AddParameterMap(&parameters);
-        coordinator->AddParameterAccessCoordinator(AQE_I_GetQueryEnginePAC());
+        coordinator->AddParameterAccessCoordinator(AQE_I_GetQueryEnginePAC()); // VKEConfig.xml takes part in lookups
         isExpanded = AQM_I_MacroExpander().Expand("a #$x# b", coordinator.get()) == "a 1 b";
         try {
             AQM_I_MacroExpander().Expand("#$#", coordinator.get());
