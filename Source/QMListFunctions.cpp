@@ -6,18 +6,10 @@
 #include <utility>
 
 #include "QMMacroPattern.h"
-#include "QMMacroValueAccess.h"
 
 namespace {
 
 using enum AQM_MacroValue::MacroValueType;
-
-// Calls `use` with the text of each string element in order.
-template <class Use>
-void ForEachString(const AQM_MacroValueArray& array, const Use& use) {
-    for (const AQM_MacroValue* const element : array.GetValues())
-        if (const AQM_MacroValueString* const text = QMAsString(element)) use(text->GetValue());
-}
 
 void AddString(AQM_MacroValueArray& array, I18NString text) {
     array.AddValue(new AQM_MacroValueString(std::move(text)));
@@ -51,7 +43,7 @@ std::vector<SortKey> KeysOf(const AQM_MacroValueArray& array) {
     std::vector<SortKey> keys;
     keys.reserve(array.GetValues().size());
     std::string_view common;
-    ForEachString(array, [&](const I18NString& text) {
+    QMForEachString(array, [&](const I18NString& text) {
         common = keys.empty() ? text.bytes() : common.substr(0, CommonBeginning(common, text.bytes()));
         keys.push_back({0, &text, static_cast<std::uint32_t>(keys.size()), 0});
     });
@@ -134,7 +126,7 @@ std::unique_ptr<AQM_MacroValue> MF_Split::Call(const Arguments& arguments) const
     auto pieces = std::make_unique<AQM_MacroValueArray>();
     if (const AQM_MacroValueString* const text = QMAsString(arguments[1])) Split(text->GetValue(), separator, *pieces);
     if (const AQM_MacroValueArray* const array = QMAsArray(arguments[1]))
-        ForEachString(*array, [&](const I18NString& text) { Split(text, separator, *pieces); });
+        QMForEachString(*array, [&](const I18NString& text) { Split(text, separator, *pieces); });
     return pieces;
 }
 
@@ -146,7 +138,7 @@ std::unique_ptr<AQM_MacroValue> MF_Grep::Call(const Arguments& arguments) const 
     const MF_Pattern pattern(RequireString(arguments, 0, 3533), *this);
     const AQM_MacroValueArray& array = RequireArray(arguments, 1, 3534);
     auto found = std::make_unique<AQM_MacroValueArray>();
-    ForEachString(array, [&](const I18NString& text) {
+    QMForEachString(array, [&](const I18NString& text) {
         if (static_cast<bool>(pattern.Find(text.bytes())) != pattern.IsNegated()) AddString(*found, text);
     });
     return found;
@@ -200,7 +192,7 @@ std::unique_ptr<AQM_MacroValue> MF_CSV::Call(const Arguments& arguments) const {
     const I18NString separator = arguments.Count() > 1 ? RequireString(arguments, 1, 3574) : I18NString(",");
     const I18NString quote = arguments.Count() > 2 ? RequireString(arguments, 2, 3575) : I18NString("'");
     I18NString line;
-    ForEachString(array, [&](const I18NString& text) {
+    QMForEachString(array, [&](const I18NString& text) {
         if (!line.empty()) line += separator;
         QMAppendQuoted(line, text, quote, quote);
     });

@@ -9,7 +9,6 @@
 
 #include "QEMessageNumbers.h"
 #include "QEThrow.h"
-#include "QMMacroValueAccess.h"
 
 namespace {
 
@@ -101,8 +100,6 @@ std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text) {
 std::unique_ptr<AQM_MacroValue> QMMapStrings(const AQM_MacroValueArray& array,
                                              const std::function<I18NString(const I18NString&)>& convert) {
     auto result = std::make_unique<AQM_MacroValueArray>();
-    for (const AQM_MacroValue* const element : array.GetValues())
-        if (const AQM_MacroValueString* const text = QMAsString(element))
-            result->AddValue(new AQM_MacroValueString(convert(text->GetValue())));
+    QMForEachString(array, [&](const I18NString& text) { result->AddValue(new AQM_MacroValueString(convert(text))); });
     return result;
 }

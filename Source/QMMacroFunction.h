@@ -9,6 +9,8 @@
 #include "AQM_I_MacroFunction.h"
 #include "AQM_MacroValue.h"
 
+#include "QMMacroValueAccess.h"
+
 // One object of each derived class serves the whole process, on any number of threads: nothing changes after
 // construction. Constructors run while the library is loaded and use none of its services.
 class MF_BuiltIn : public AQM_I_MacroFunction {
@@ -43,8 +45,8 @@ protected:
     // A null answer means that the function can do nothing with these arguments.
     virtual std::unique_ptr<AQM_MacroValue> Call(const Arguments& arguments) const = 0;
 
-    // The failures that functions raise: QEException, code 202, one message that begins with the function's name. The
-    // line is the stable name of the failure in the log.
+    // The failures that functions raise: QEException, code 202, one message that names the function. The line is the
+    // stable name of the failure in the log.
     [[noreturn]] void FailTooFew(const Arguments& arguments, int wanted, long line) const;
     [[noreturn]] void FailTooMany(const Arguments& arguments, int wanted, long line) const;
     [[noreturn]] void FailCount(long line) const;
@@ -65,6 +67,14 @@ private:
 void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing);
 // A new string value.
 std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text);
-// A new array with what the function answers for each string element; other elements are dropped.
+
+// Calls `use` with the text of each string element in order; other elements are passed over.
+template <class Use>
+void QMForEachString(const AQM_MacroValueArray& array, const Use& use) {
+    for (const AQM_MacroValue* const element : array.GetValues())
+        if (const AQM_MacroValueString* const text = QMAsString(element)) use(text->GetValue());
+}
+
+// A new array with what the function answers for each string element.
 std::unique_ptr<AQM_MacroValue> QMMapStrings(const AQM_MacroValueArray& array,
                                              const std::function<I18NString(const I18NString&)>& convert);

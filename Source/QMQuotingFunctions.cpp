@@ -2,8 +2,6 @@
 
 #include "AQE_UrlEncoding.h"
 
-#include "QMMacroValueAccess.h"
-
 namespace {
 
 using enum AQM_MacroValue::MacroValueType;
@@ -65,14 +63,10 @@ MF_Array::MF_Array() : MF_BuiltIn("array", {MVT_String}, MVT_Array) {}
 
 std::unique_ptr<AQM_MacroValue> MF_Array::Call(const Arguments& arguments) const {
     auto result = std::make_unique<AQM_MacroValueArray>();
-    const auto add = [&result](const AQM_MacroValueString& text) {
-        result->AddValue(new AQM_MacroValueString(text.GetValue()));
-    };
+    const auto add = [&result](const I18NString& text) { result->AddValue(new AQM_MacroValueString(text)); };
     for (const AQM_MacroValue* const argument : arguments) {
-        if (const AQM_MacroValueString* const text = QMAsString(argument)) add(*text);
-        if (const AQM_MacroValueArray* const array = QMAsArray(argument))
-            for (const AQM_MacroValue* const element : array->GetValues())
-                if (const AQM_MacroValueString* const text = QMAsString(element)) add(*text);
+        if (const AQM_MacroValueString* const text = QMAsString(argument)) add(text->GetValue());
+        if (const AQM_MacroValueArray* const array = QMAsArray(argument)) QMForEachString(*array, add);
     }
     return result;
 }

@@ -1,4 +1,4 @@
-// What the built-in functions say of themselves, and calls that no text can bring about.
+// What the built-in functions say of themselves.
 #include <string>
 #include <vector>
 
