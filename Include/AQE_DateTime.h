@@ -33,8 +33,9 @@ public:
     // False, and nothing in `out`, for fields that make no date; the year may be 0 to 9999.
     bool AQE_DateFromTm(unsigned short year, unsigned short month, unsigned short day, unsigned short hour,
                         unsigned short minute, unsigned short second, double& out);
-    // The fields of a date, to the nearest second; in front of 30 December 1899 half a second is taken away, not added.
-    // In `out` the year is whole, months, weekdays (Sunday) and days of the year count from 1; tm_isdst is left alone.
+    // The fields of a date, to the nearest second. What rounds up to 24:00 is 00:00 of the next day, but of the day
+    // before for numbers below 0, whose half second goes by their sign. In `out` the year is whole, months, weekdays
+    // (Sunday) and days of the year count from 1; tm_isdst is left alone.
     // False, and nothing in `out`, for a number that has no fields.
     bool AQE_TmFromDate(double date, std::tm& out) const;
     // From the form above to the C library's.
@@ -73,8 +74,9 @@ public:
     bool operator<=(const AQE_DateTime& date) const;
     bool operator>=(const AQE_DateTime& date) const;
 
-    // Whole days, and the rest as hours, minutes and seconds with the sign of the interval. Half a second is added in
-    // either direction, so negative intervals read short: -1 hour is 0 hours. ZBLAssertError for an invalid value.
+    // Whole days, and the rest as hours, minutes and seconds with the sign of the interval. Before each of these three
+    // is cut off, 5.787037037037037e-6 is added, whatever the sign: half a second to hours, 21 ms to minutes, 0.3 ms to
+    // seconds. So negative intervals read short: -1 hour is 0 hours. ZBLAssertError for an invalid value.
     long IntervalGetDays() const;
     long IntervalGetHours() const;
     long IntervalGetMinutes() const;

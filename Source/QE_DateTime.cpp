@@ -66,7 +66,7 @@ long PartOfFraction(double amount, long count) {
     return part >= count ? part - count : part;
 }
 
-// Only the low 16 bits count, so that what is negative becomes too large.
+// Only the low 16 bits count: -1 becomes too large, but -63536 is 2000.
 unsigned short Narrowed(int field) { return static_cast<unsigned short>(field); }
 
 void RequireValid(const AQE_DateTime& date) {

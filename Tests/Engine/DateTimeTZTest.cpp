@@ -31,9 +31,9 @@ TEST(DateTimeTZ, LocalZoneFollowsTheBiasAtOnceAndOnlyTheRangeOfADisplacementIsTe
 TEST(DateTimeTZ, GoesOnAdjustingByTheDisplacementOfItsConstruction) {
     const Date west(2.5, 330), illegal(2.5, 1301);
     Date set(1.0, 0), assigned(set), number(illegal, 0), time(west);
-    set.SetDateTime(2000, 1, 1, 0, 0, 0, 500), assigned = west, number = 4.0, time = 946728000L;
+    set.SetDateTime(2000, 1, 1, 0, 0, 0, 500), assigned = illegal, number = 4.0, time = 946728000L;
     EXPECT_TRUE(set.AdjustNoTZ() == 36526.0 && assigned.AdjustNoTZ() == 2.5 && time > Date(36500.0, 0));
-    EXPECT_TRUE(number.AdjustNoTZ() == 46860 / 86400.0 + 4.0 && Parts(number) == "13:1");
+    EXPECT_TRUE(number.AdjustNoTZ() == 46860 / 86400.0 + 4.0 && Parts(number) + Parts(assigned) == "13:10:0 invalid");
 }
 
 TEST(DateTimeTZ, InstantsAreComparedWhateverTheStatus) {
