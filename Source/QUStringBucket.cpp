@@ -15,7 +15,7 @@ namespace {
 
 constexpr long kFree = -1;
 constexpr std::size_t kFirstSlots = 64;
-constexpr std::size_t kMaxProbes = 16;
+constexpr std::size_t kMaxProbes = 128;
 
 std::size_t HashOf(const I18NString* text) {
     return text == nullptr ? 0 : std::hash<std::string_view>()(text->bytes());
@@ -40,15 +40,10 @@ AUT_RefPtr<AQU_I_StringBucket> AQU_I_StringBucket::Create() {
 
 AQU_StringBucket::AQU_StringBucket() : m_slots(kFirstSlots, {0, kFree}) {}
 
-AQU_StringBucket::~AQU_StringBucket() {
-    for (const auto& [text, number] : m_stringIndex)
-        delete text;
-}
-
 long AQU_StringBucket::GetIndex(const I18NString* text) {
     long number;
     if (Find(text, HashOf(text), number)) return number;
-    number = static_cast<long>(m_stringIndex.size());
+    number = static_cast<long>(m_numberIndex.size());
     InsertStringIndex(text, number);
     return number;
 }
@@ -57,7 +52,7 @@ long AQU_StringBucket::GetIndex(const I18NString& text) { return GetIndex(&text)
 
 const I18NString* AQU_StringBucket::GetString(long number) const {
     if (number >= 0 && static_cast<std::size_t>(number) < m_numberIndex.size())
-        return m_numberIndex[static_cast<std::size_t>(number)].text;
+        return m_numberIndex[static_cast<std::size_t>(number)].text.get();
     QEException failure(ZBLSeverity::error, 2100L);
     QEAddMessages(failure, kQEMsgNoSuchString, 1, std::to_string(number).c_str());
     QELogAndThrow(failure, "Source/QUStringBucket", 82);
@@ -65,33 +60,39 @@ const I18NString* AQU_StringBucket::GetString(long number) const {
 
 // What can run out of memory comes first, so that the indexes hold the same strings after a failure, too.
 void AQU_StringBucket::InsertStringIndex(const I18NString* text, long number) {
+    const bool isNext = static_cast<std::size_t>(number) == m_numberIndex.size();
+    Assert(isNext, "ZBL_ASSERT(insertResult2.second);", 109);
     if (2 * (m_numberIndex.size() + 1) > m_slots.size()) GrowHash();
     m_numberIndex.reserve(m_slots.size() / 2);
 
-    std::unique_ptr<const I18NString> copy(text == nullptr ? nullptr : new I18NString(*text));
-    const auto insertResult1 = m_stringIndex.emplace(copy.get(), number);
-    Assert(insertResult1.second, "ZBL_ASSERT(insertResult1.second);", 103);
-    const I18NString* const kept = copy.release();
-    const bool isNext = static_cast<std::size_t>(number) == m_numberIndex.size();
-    Assert(isNext, "ZBL_ASSERT(insertResult2.second);", 109);
     const std::size_t hash = HashOf(text);
-    m_numberIndex.push_back({kept, hash});
+    m_numberIndex.push_back({text == nullptr ? nullptr : std::make_unique<const I18NString>(*text), hash});
     EnterHash(number, hash);
 }
 
 // Whether the string is in the bucket, and its number.
-bool AQU_StringBucket::Find(const I18NString* text, std::size_t hash, long& number) const {
+bool AQU_StringBucket::Find(const I18NString* text, std::size_t hash, long& number) {
     for (std::size_t probe = 0; probe < kMaxProbes; ++probe) {
         const Slot& slot = m_slots[(hash + probe) & (m_slots.size() - 1)];
         if (slot.number == kFree) return false;
-        if (slot.hash != hash || !IsSame(m_numberIndex[static_cast<std::size_t>(slot.number)].text, text)) continue;
+        if (slot.hash != hash || !IsSame(m_numberIndex[static_cast<std::size_t>(slot.number)].text.get(), text))
+            continue;
         number = slot.number;
         return true;
     }
+    CompleteStringIndex();
     const auto found = m_stringIndex.find(text);
     if (found == m_stringIndex.end()) return false;
     number = found->second;
     return true;
+}
+
+void AQU_StringBucket::CompleteStringIndex() {
+    while (m_stringIndex.size() < m_numberIndex.size()) {
+        const std::size_t number = m_stringIndex.size();
+        const auto insertResult1 = m_stringIndex.emplace(m_numberIndex[number].text.get(), static_cast<long>(number));
+        Assert(insertResult1.second, "ZBL_ASSERT(insertResult1.second);", 103);
+    }
 }
 
 void AQU_StringBucket::EnterHash(long number, std::size_t hash) {

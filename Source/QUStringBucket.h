@@ -1,8 +1,9 @@
-// The string bucket: strings in order, strings by number, and a hash index in front of the ordered one.
+// The string bucket: strings by number, and a hash index and an ordered one that find the number.
 //
 // The hash index answers all but a few calls. It looks at a bounded number of slots; a string that has found all of
-// them taken isn't in it, and the ordered index settles the matter. So whatever strings are given, and be they made to
-// collide, a call never costs more than a search in order.
+// them taken isn't in it, and the ordered index settles the matter. That is filled only then, since putting each string
+// in its place takes longer than all else. So whatever strings are given, and be they made to collide, calls cost on
+// average little more than a search in order.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +24,6 @@ struct AQU_StringBucketLess {
 class AQU_StringBucket : public AQU_I_StringBucket {
 public:
     AQU_StringBucket();
-    ~AQU_StringBucket() override;
 
     long GetIndex(const I18NString* text) override;
     long GetIndex(const I18NString& text) override;
@@ -31,7 +31,7 @@ public:
 
 private:
     struct Entry {
-        const I18NString* text;
+        std::unique_ptr<const I18NString> text;
         std::size_t hash;
     };
     struct Slot {
@@ -40,11 +40,12 @@ private:
     };
 
     void InsertStringIndex(const I18NString* text, long number);
-    bool Find(const I18NString* text, std::size_t hash, long& number) const;
+    bool Find(const I18NString* text, std::size_t hash, long& number);
+    void CompleteStringIndex();
     void EnterHash(long number, std::size_t hash);
     void GrowHash();
 
-    std::map<const I18NString*, long, AQU_StringBucketLess> m_stringIndex; // owns its keys
+    std::map<const I18NString*, long, AQU_StringBucketLess> m_stringIndex; // of the first so many numbers
     std::vector<Entry> m_numberIndex;
     std::vector<Slot> m_slots; // a string's stands where its hash says or behind; a power of two of them
 };

@@ -140,30 +140,23 @@ std::size_t FirstCharacterSize(std::string_view text) {
 
 // A field that ends in a double quote loses that and its first character, whatever it is, and of each pair of double
 // quotes in between one.
-std::string Unquoted(std::string_view field) {
-    std::string text;
-    if (field.size() == 1) return text;
-    field.remove_suffix(1);
-    field.remove_prefix(FirstCharacterSize(field));
-    text.reserve(field.size());
-    for (std::size_t at = 0; at < field.size(); ++at) {
-        text += field[at];
-        if (field.substr(at, 2) == "\"\"") ++at;
-    }
-    return text;
-}
-
 void AppendField(std::string_view field, bool isAscii, std::vector<I18NString>& fields) {
-    if (!field.empty() && field.back() == kQuote) {
-        fields.push_back(I18NString::fromValidUtf8(Unquoted(field)));
-        return;
-    }
     I18NString& text = fields.emplace_back();
-    if (isAscii) {
-        text.appendAscii(field);
-    } else {
-        text.appendValidUtf8(field);
+    const auto append = [&text, isAscii](std::string_view piece) {
+        if (isAscii) {
+            text.appendAscii(piece);
+        } else {
+            text.appendValidUtf8(piece);
+        }
+    };
+    if (field.ends_with(kQuote)) {
+        field.remove_suffix(1);
+        if (field.empty()) return;
+        field.remove_prefix(FirstCharacterSize(field));
+        for (std::size_t pair; (pair = field.find("\"\"")) != field.npos; field.remove_prefix(pair + 2))
+            append(field.substr(0, pair + 1));
     }
+    append(field);
 }
 
 void SplitText(std::string_view text, bool isAscii, char separator, std::vector<I18NString>& fields) {

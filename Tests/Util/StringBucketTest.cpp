@@ -1,8 +1,10 @@
 // Strings and the numbers that stand for them.
 #include "AQU_I_StringBucket.h"
 
+#include <functional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -26,15 +28,21 @@ TEST(StringBucket, CountsFirstAppearances) {
 }
 
 TEST(StringBucket, ManyStringsKeepTheirNumbersAndPlaces) {
-    const auto bucket = AQU_I_StringBucket::Create();
-    std::minstd_rand random(7);
-    long count = 0;
-    std::vector<long> numberOf(32000, -1);
-    for (int call = 0; call < 200000; ++call) {
-        const std::size_t id = random() % numberOf.size();
-        const I18NString text(("name " + std::to_string(id)).c_str());
-        if (numberOf[id] < 0) numberOf[id] = count++;
-        ASSERT_TRUE(bucket->GetIndex(text) == numberOf[id] && *bucket->GetString(numberOf[id]) == text) << id;
+    for (const std::size_t step : {1u, 1024u}) { // with the second one all want the same place
+        std::vector<I18NString> names;
+        for (int id = 0; names.size() < (step == 1 ? 32000 : 300); ++id) {
+            const std::string name = "name " + std::to_string(id);
+            if (std::hash<std::string_view>()(name) % step == 0) names.emplace_back(name.c_str());
+        }
+        const auto bucket = AQU_I_StringBucket::Create();
+        std::minstd_rand random(7);
+        long count = 0;
+        std::vector<long> numberOf(names.size(), -1);
+        for (int call = 0; call < 200000; ++call) {
+            const std::size_t id = random() % names.size();
+            if (numberOf[id] < 0) numberOf[id] = count++;
+            ASSERT_TRUE(bucket->GetIndex(names[id]) == numberOf[id] && *bucket->GetString(numberOf[id]) == names[id]);
+        }
     }
 }
 
