@@ -6,9 +6,9 @@
 //     ...
 //     ABrindle_Terminate("server");
 //
-// Starts are counted: the first one starts the library and the last end ends it. Those who also start the function
-// catalogue on their own end in the reverse order of their starts; in the order of the starts one of the two counts
-// falls to -1, after which its next start starts nothing.
+// Starts are counted: the first one starts the library and the last end ends it. A program that also starts the
+// function catalogue itself ends the two in the reverse order of their starts. Otherwise one of the two counts can fall
+// to -1, and the next start that it counts starts nothing.
 #pragma once
 
 #include <vector>
@@ -19,14 +19,14 @@
 
 class AQU_I_ParameterAccessCoordinator;
 
-// The caller's name is not read. Any thread; a start waits for a start or an end that another thread is in. On the same
-// thread a start from inside a start does nothing, and an end from inside either nothing too; but a start from inside
-// an end counts, and what it starts the rest of that end takes down.
+// The caller's name is not read. Any thread; a start or end waits for one that another thread is in. On the same
+// thread, a start from inside a start does nothing, and neither does an end from inside a start or an end. A start from
+// inside an end is counted, but the rest of that end takes down what it has started.
 
 // Answers 0, or the result of the first step that failed. A failed first start counts like any other and is not undone:
-// the next start answers 0 and retries nothing, so the caller ends the library for it. What a step throws passes out,
-// above all ZBLIDOM_Exception of a "VKEConfig.xml" that is not well-formed; from then on no start and no end of this
-// process does anything any more.
+// the next start answers 0 and retries nothing, so the caller has to end the library first. What a step throws passes
+// out, above all ZBLIDOM_Exception of a "VKEConfig.xml" that is not well-formed; after that no start and no end does
+// anything in this process.
 BRINDLE_API long ABrindle_Initialize(const char* callerName);
 
 // Always 0. An end without a start is not refused: the count falls to -1, and the next start starts nothing.

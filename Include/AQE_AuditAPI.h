@@ -16,7 +16,8 @@ public:
     explicit AQE_AuditAPI(I18NString& component);
     AQE_AuditAPI(const AQE_AuditAPI&) = delete;
     AQE_AuditAPI& operator=(const AQE_AuditAPI&) = delete;
-    // Writes the outcome, also when AuditFunction was never called: then with an empty name and empty tags.
+    // Writes the outcome, also when AuditFunction was never called: then with an empty name and empty tags. A record
+    // that can't be made is lost.
     virtual ~AQE_AuditAPI();
 
     // Writes the record of the call. parameters is a sequence of texts from FunctionParm; the tags go to the log with

@@ -16,6 +16,7 @@ public:
 
     // component names the resource file from which texts by number come.
     explicit AQE_LogFile(const I18NString& component);
+    // Writes to the log entry of that name.
     AQE_LogFile(const I18NString& component, I18NString& entryName);
     // The name is the log entry and the component.
     AQE_LogFile(I18NString& name, AUT_I_LogFile::ELogType type);

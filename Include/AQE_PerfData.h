@@ -5,7 +5,6 @@
 // measurement touches no string and allocates nothing. A run's data belongs to one thread at a time.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <vector>
@@ -98,8 +97,8 @@ public:
     // The number of the query, which is entered if there is none of this name.
     int RegisterQuery(const I18NString& name);
 
-    // Keeps a message whose level the verbosity admits; from 7 on both ways, the verbosity admits every level. At a
-    // verbosity below 2 it is kept with the run as a whole. One for a query or component that the run doesn't have is
+    // Keeps a message whose level isn't above the verbosity; from verbosity 7 on, a message of any level. Below
+    // verbosity 2 it is kept with the run as a whole. A message for a query or component that the run doesn't have is
     // dropped.
     void AddProviderMessage(int query, int component, AUT_I_LogFile::ELogLevel level, const I18NString& text);
 

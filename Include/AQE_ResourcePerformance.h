@@ -12,7 +12,8 @@
 
 class AQE_PerfData;
 
-// A null pool, and a pool without such an item, mean that nothing is being measured, and are no failure.
+// A null pool, and a pool without such an item, mean that nothing is being measured, and are no failure. One thread at
+// a time, like the pool and the data.
 class BRINDLE_API AQE_ResourcePerformance final : public AQU_ResourceItem {
 public:
     // The resource type in the pool; the item counts if it is the first of its type.

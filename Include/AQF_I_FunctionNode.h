@@ -46,6 +46,7 @@ public:
     // node without described children answers nothing, even if the client has added some; they come with the second.
     virtual void GetChildren(std::vector<AQF_I_FunctionNode*>& children) = 0;
 
+    // As the description has them, whatever the locale.
     virtual const I18NString& GetCanonical() = 0;
     virtual const I18NString& GetCanonicalExpression() = 0;
 
@@ -56,6 +57,8 @@ public:
 
     // The display name in the locale.
     virtual const I18NString& GetName() = 0;
+
+    // As the description has them, whatever the locale.
     virtual const I18NString& GetReturnType() = 0;
     virtual const I18NString& GetFormatType() = 0;
 

@@ -1,7 +1,7 @@
 // Start and end of the function catalogue.
 //
-// Starts and ends are counted, apart from those of the library, which the first start and the last end of the catalogue
-// nest: whoever starts one of the two has both. End in the reverse order of the starts. Ended in the order of the
+// Starts and ends are counted, apart from those of the library. The first start of either starts the other, too, and
+// the last end likewise. A program that starts both itself ends them in the reverse order. Ended in the order of the
 // starts, one of the two counts goes below zero, and the next start of that one starts nothing: after
 // ABrindle_Initialize, AQF_Initialize, ABrindle_Terminate, AQF_Terminate it is the library's, after AQF_Initialize,
 // ABrindle_Initialize, AQF_Terminate, ABrindle_Terminate the catalogue's.

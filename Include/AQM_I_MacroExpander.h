@@ -75,8 +75,8 @@ public:
     // ends the test with true.
     bool IsValidMacroIdentifier(const I18NString& name);
     // The name as it is written behind '$': unchanged if it is valid, else in brackets with each ']' doubled. The empty
-    // name and one that begins with ']' can't be written in a block at all; their bracketed form is refused there. So is
-    // one with a line feed behind letters, which counts as valid.
+    // name and one that begins with ']' can't be written in a block at all; their bracketed form is refused there. So
+    // is one with a line feed behind letters, which counts as valid.
     I18NString MakeValidMacroIdentifier(const I18NString& name);
 
 private:

@@ -133,7 +133,7 @@ private:
     std::pmr::vector<AQM_MacroExprNode*> allNodes;
 };
 
-// What a walk calls. Every operation has an empty body, so a visitor overrides what it needs.
+// What a walk calls, on the walk's thread. Every operation has an empty body, so a visitor overrides what it needs.
 class BRINDLE_API AQM_I_MacroExprVisitor {
 public:
     using EMacroOpCode = AQM_MacroExprNode::EMacroOpCode;

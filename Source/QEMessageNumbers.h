@@ -16,7 +16,7 @@ inline constexpr long kQEMsgMacroErrorAtCut = 0x35d924f0;
 inline constexpr long kQEMsgMacroParserInternal = 0x35da12be;
 // Why the text couldn't be parsed (text).
 inline constexpr long kQEMsgMacroParseFailed = 0x35d5e2f1;
-// Kinds of failure that a location message stands in for; no parameters.
+// What the two kinds of failure are called; never thrown, since the messages above stand in for them. No parameters.
 inline constexpr long kQEMsgMacroSyntaxError = 0x35ded7d3;
 inline constexpr long kQEMsgMacroIllegalCharacter = 0x35d8e2d6;
 

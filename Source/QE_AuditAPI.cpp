@@ -3,9 +3,11 @@
 
 #include "QERes.h"
 
+#include "QE_ResourceTable.h"
+
 I18NString& AQE_AuditAPI::GetDefaultComponent() {
     // Never destroyed: a thread may still be audited while the process ends.
-    static I18NString& component = *new I18NString(QERes::getString(434));
+    static I18NString& component = *new I18NString(QERes::getString(kQEStringLogEntry));
     return component;
 }
 

@@ -1,7 +1,9 @@
 // The guard that measures one call. Only a refused guard touches strings.
 #include "AQE_AutoPerformance.h"
 
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "Mortise/AUT_Text.h"
 
@@ -35,19 +37,19 @@ I18NString DescribeUnregistered(const std::vector<AQE_QueryPerfData>& queries, i
            QE_PerfCopyNames(row + 1).ComponentName(row);
 }
 
-void BookCall(AQE_QueryPerfData& query, std::size_t component, std::size_t function, std::int64_t elapsed) {
+void BookCall(AQE_QueryPerfData& query, std::size_t component, std::size_t function, std::int64_t elapsedTicks) {
     AQE_ComponentPerfData& componentData = query.m_components[component];
     ++componentData.m_calls;
-    componentData.m_time += elapsed;
+    componentData.m_time += elapsedTicks;
     AQE_FunctionPerfData& functionData = componentData.m_functions[function];
     ++functionData.m_calls;
-    functionData.m_time += elapsed;
+    functionData.m_time += elapsedTicks;
 }
 
-void TakeOff(AQE_QueryPerfData& query, std::size_t component, std::size_t function, std::int64_t elapsed) {
+void TakeOff(AQE_QueryPerfData& query, std::size_t component, std::size_t function, std::int64_t elapsedTicks) {
     AQE_ComponentPerfData& componentData = query.m_components[component];
-    componentData.m_time -= elapsed;
-    componentData.m_functions[function].m_time -= elapsed;
+    componentData.m_time -= elapsedTicks;
+    componentData.m_functions[function].m_time -= elapsedTicks;
 }
 
 } // namespace
@@ -72,7 +74,7 @@ void AQE_AutoPerformance::StartInstrumentation(int query, int component, int fun
     stack.m_calls[static_cast<std::size_t>(++stack.m_top)] = {query, component, function, this};
 }
 
-// Apart from the start, so that what measures has no strings in its frame.
+// A function of its own, so that the start of a measurement has no strings in its frame.
 void AQE_AutoPerformance::Refuse(int query, int component, int function) {
     const AQE_PerfData& data = *std::exchange(m_data, nullptr);
     AQE_LogFile("QE").Log(AUT_I_LogFile::ELL_Diagnostic,
@@ -80,21 +82,21 @@ void AQE_AutoPerformance::Refuse(int query, int component, int function) {
                               DescribeUnregistered(data.m_queries, query, component, function));
 }
 
-// The stack only tells the caller, from whose time the elapsed one is taken off before the caller's own, which contains
-// it, is added.
+// The stack only tells who the caller is. The elapsed time is taken off the caller's now; the caller's own elapsed
+// time, which contains it, is added when the caller ends.
 void AQE_AutoPerformance::StopInstrumentation() {
     AQE_PerfData& data = *m_data;
-    const std::int64_t elapsed = QE_PerfNow() - m_startTime;
+    const std::int64_t elapsedTicks = QE_PerfNow() - m_startTime;
     const std::int32_t top = --data.m_callStack.m_top;
     ++data.m_numMeasurements;
     const auto component = static_cast<std::size_t>(m_component);
     const auto function = static_cast<std::size_t>(m_function);
-    BookCall(data.m_summary, component, function, elapsed);
-    BookCall(data.m_queries[static_cast<std::size_t>(m_query)], component, function, elapsed);
+    BookCall(data.m_summary, component, function, elapsedTicks);
+    BookCall(data.m_queries[static_cast<std::size_t>(m_query)], component, function, elapsedTicks);
     if (top < 0) return;
     const AQE_CallStack::CallData& caller = data.m_callStack.m_calls[static_cast<std::size_t>(top)];
     const auto callerComponent = static_cast<std::size_t>(caller.m_component);
     const auto callerFunction = static_cast<std::size_t>(caller.m_function);
-    TakeOff(data.m_summary, callerComponent, callerFunction, elapsed);
-    TakeOff(data.m_queries[static_cast<std::size_t>(caller.m_query)], callerComponent, callerFunction, elapsed);
+    TakeOff(data.m_summary, callerComponent, callerFunction, elapsedTicks);
+    TakeOff(data.m_queries[static_cast<std::size_t>(caller.m_query)], callerComponent, callerFunction, elapsedTicks);
 }

@@ -5,68 +5,19 @@
 #include <array>
 
 #include "Mortise/AUT_Text.h"
+#include "ZBLCore/ZBLExceptionMembers.h"
 
 #include "QERes.h"
 
-QEMessage::QEMessage(unsigned long number) : ZBLMessage(QERes::getString(338), number) {}
+#include "QE_ResourceTable.h"
+
+QEMessage::QEMessage(unsigned long number) : ZBLMessage(QERes::getString(kQEStringMessageFile), number) {}
 
 QEMessage::~QEMessage() = default;
 
-QEException::QEException(const QEException&) noexcept = default;
+ZBL_DEFINE_EXCEPTION(QEException, ZBLException)
 
-QEException::QEException(long code) : ZBLException(code) {}
-
-QEException::QEException(ZBLSeverity severity, long code) : ZBLException(severity, code) {}
-
-QEException::QEException(const char* text) : ZBLException(text) {}
-
-QEException::QEException(ZBLSeverity severity, const char* text) : ZBLException(severity, text) {}
-
-QEException::~QEException() = default;
-
-QEException& QEException::operator=(const QEException&) noexcept = default;
-
-QEException& QEException::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-QEException* QEException::clone() const { return new QEException(*this); }
-
-void QEException::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw *this;
-}
-
-const char* QEException::getThrowableName() const { return "QEException"; }
-
-QEExceptionExtended::QEExceptionExtended(const QEExceptionExtended&) noexcept = default;
-
-QEExceptionExtended::QEExceptionExtended(long code) : QEException(code) {}
-
-QEExceptionExtended::QEExceptionExtended(ZBLSeverity severity, long code) : QEException(severity, code) {}
-
-QEExceptionExtended::QEExceptionExtended(const char* text) : QEException(text) {}
-
-QEExceptionExtended::QEExceptionExtended(ZBLSeverity severity, const char* text) : QEException(severity, text) {}
-
-QEExceptionExtended::~QEExceptionExtended() = default;
-
-QEExceptionExtended& QEExceptionExtended::operator=(const QEExceptionExtended&) noexcept = default;
-
-QEExceptionExtended& QEExceptionExtended::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-QEExceptionExtended* QEExceptionExtended::clone() const { return new QEExceptionExtended(*this); }
-
-void QEExceptionExtended::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw *this;
-}
-
-const char* QEExceptionExtended::getThrowableName() const { return "QEExceptionExtended"; }
+ZBL_DEFINE_EXCEPTION(QEExceptionExtended, QEException)
 
 std::int32_t QEExceptionExtended::GetPosition() const { return position; }
 

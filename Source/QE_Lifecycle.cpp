@@ -1,3 +1,5 @@
+// Start and end of the library: its parts in their order, counted under QE_StartGuard. Beside them the registers that
+// callers fill, and the locale operations.
 #include "ABrindle.h"
 
 #include <algorithm>
@@ -21,6 +23,7 @@
 #include "TarnPerformance.h"
 
 #include "QEMessageNumbers.h"
+#include "QE_ResourceTable.h"
 #include "QE_StartGuard.h"
 #include "QMMacroParserPool.h"
 
@@ -32,7 +35,6 @@ constexpr const char* kConfigurationFile = "VKEConfig.xml";
 constexpr int kOverridingPriority = 90;
 constexpr int kFallbackPriority = -90;
 
-constexpr long kErrorComponentText = 435;
 constexpr long kLocaleFailureCode = 901;
 constexpr int kMapping = 0; // the configuration service knows no other
 
@@ -61,7 +63,7 @@ void StartCoordinator() {
     fallback.release();
 }
 
-// The register keeps the pointer, which is no longer valid.
+// queryEnginePAC keeps the pointer, which is no longer valid.
 void EndCoordinator() {
     std::vector<AQU_I_ParameterMap*> maps;
     queryEnginePAC->GetMaps(maps);
@@ -81,7 +83,7 @@ long StartAll() {
     // A static string that is made now, before any thread needs it.
     AQE_AuditAPI::GetDefaultComponent();
     StartCoordinator();
-    // Without its catalogue the library goes on.
+    // A catalogue that doesn't start is no failure of the library's start.
     if (result == 0) AQF_Initialize(kComponent);
     LogTheLogLevel();
     if (result == 0) result = QMX_StartParserPool();
@@ -100,7 +102,7 @@ void EndAll() {
 
 const IZBLConfiguration& Configuration() { return ZBLConfigurationFactory::getInstance(); }
 
-// The supported locale that serves the locale, in what follows the exact match.
+// Replaces the locale by the supported one that serves it by its language; for a locale that isn't supported itself.
 bool MatchByLanguage(I18NString& locale, const std::vector<I18NString>& supported) {
     if (std::find(supported.begin(), supported.end(), locale) != supported.end()) return true;
     for (const I18NString& entry : supported) {
@@ -170,7 +172,7 @@ void* AQE_GetMDDSPerformanceCB() { return performanceCallbackMDDS; }
 
 I18NString AQE_GetModulePath() { return Configuration().getFullPath("."); }
 
-I18NString AQE_GetErrorComponent() { return QERes::getString(kErrorComponentText); }
+I18NString AQE_GetErrorComponent() { return QERes::getString(kQEStringErrorComponent); }
 
 bool AQE_GetProductLocale(I18NString& locale) {
     const I18NString canonical = Configuration().normalizeLocale(locale);

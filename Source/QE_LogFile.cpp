@@ -5,6 +5,8 @@
 
 #include "QERes.h"
 
+#include "QE_ResourceTable.h"
+
 namespace {
 
 using Level = AUT_I_LogFile::ELogLevel;
@@ -23,7 +25,7 @@ AUT_RefPtr<AUT_I_LogFile> CreateWithTexts(const I18NString& component, Level lev
 
 } // namespace
 
-I18NString AQE_LogFile::GetConfigurationEntryName() { return QERes::getString(434); }
+I18NString AQE_LogFile::GetConfigurationEntryName() { return QERes::getString(kQEStringLogEntry); }
 
 AQE_LogFile::AQE_LogFile(const I18NString& component)
     : m_logFile(AUT_I_LogFile::Create(GetConfigurationEntryName())), m_component(component) {}

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "ZBLCore/ZBLUtSystemInfo.h"
-
 #include "AQE_AutoPerformance.h"
 #include "AQE_LogFile.h"
 #include "TarnPerformance.h"
@@ -13,13 +11,7 @@
 
 namespace {
 
-constexpr int kReadableStamp = 1;
-// From here on the verbosity knows no bound, if the message's level is as high.
-constexpr std::int32_t kUnbounded = EPV_Everything;
-
-bool Admits(std::int32_t verbosity, int level) {
-    return verbosity >= level || (verbosity >= kUnbounded && level >= kUnbounded);
-}
+bool Admits(std::int32_t verbosity, int level) { return verbosity >= level || verbosity >= EPV_Everything; }
 
 } // namespace
 
@@ -31,7 +23,7 @@ AQE_QueryPerfData::AQE_QueryPerfData(const I18NString& name) : m_name(name) { QE
 
 AQE_QueryPerfData::~AQE_QueryPerfData() = default;
 
-AQE_PerfData::AQE_PerfData() : m_summary("Report"), m_startTime(ZBLUtSystemInfo::getTimeStamp(kReadableStamp)) {}
+AQE_PerfData::AQE_PerfData() : m_summary("Report"), m_startTime(QE_PerfTimeStamp()) {}
 
 // Nothing may leave a destructor; the second step is made whatever becomes of the first.
 AQE_PerfData::~AQE_PerfData() {

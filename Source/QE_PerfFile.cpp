@@ -1,10 +1,14 @@
 // A run's record in the performance file, and the file's head. The record is made in memory; the lock is held only
 // while its text goes to the file, so that no two records mingle and no run waits for the making of another's.
+#include <cstdint>
 #include <ios>
 #include <locale>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "Mortise/AUT_I_FileSupport.h"
 #include "ZBLCFGAPI/ZBLConfigurationFactory.h"
@@ -19,7 +23,6 @@ namespace {
 
 constexpr const char* kDefaultDirectory = "../logs";
 constexpr int kFileNameStamp = 0;
-constexpr int kReadableStamp = 1;
 constexpr int kTabsOfComponents = 3;
 
 // The name "et" has two meanings: end in RP, elapsed time elsewhere.
@@ -66,7 +69,7 @@ void OutputMessages(std::ostream& stream, const std::vector<I18NString>& message
 
 } // namespace
 
-// Names come to stand in attributes as they are.
+// Names go into attributes as they are, with nothing escaped.
 void AQE_PerfData::OutputQueryData(std::ostream& stream, AQE_QueryPerfData& query, int tabs,
                                    const QE_PerfNames& names) {
     const std::string indent(static_cast<std::size_t>(tabs), '\t');
@@ -88,7 +91,7 @@ void AQE_PerfData::OutputQueryData(std::ostream& stream, AQE_QueryPerfData& quer
 }
 
 void AQE_PerfData::ToXMLFile() {
-    m_endTime = ZBLUtSystemInfo::getTimeStamp(kReadableStamp);
+    m_endTime = QE_PerfTimeStamp();
     const std::int32_t verbosity = QE_PerfVerbosity;
     const QE_PerfNames names = QE_PerfCopyNames(m_summary.m_components.size());
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Mortise/AUT_I_UserConfiguration.h"
+#include "ZBLCore/ZBLUtSystemInfo.h"
 #include "zblipf2/LogTypedLogger.h"
 
 #include "TarnPerformance.h"
@@ -17,6 +18,7 @@ constinit std::atomic<bool> QE_PerfHasCounter{false};
 namespace {
 
 constexpr int kUserRootKey = 1;
+constexpr int kReadableStamp = 1;
 constexpr unsigned kDefaultUnitsPerSecond = 1000;
 constexpr double kMillisPerSecond = 1000.0;
 constexpr int kMaxComponent = 65535;
@@ -98,6 +100,8 @@ void QE_PerfFitToRegistry(AQE_QueryPerfData& data) {
     for (std::size_t component = 0; component < std::min(components, names.m_functions.size()); ++component)
         QE_PerfGrow(data.m_components[component].m_functions, names.m_functions[component].size());
 }
+
+I18NString QE_PerfTimeStamp() { return ZBLUtSystemInfo::getTimeStamp(kReadableStamp); }
 
 std::int64_t QE_PerfInUnits(std::int64_t ticks) {
     double units = static_cast<double>(ticks) * timeUnitFactor;

@@ -54,6 +54,9 @@ void QE_PerfGrow(Vector& vector, std::size_t size) {
 extern std::atomic<std::int32_t> QE_PerfVerbosity;
 extern std::atomic<bool> QE_PerfHasCounter;
 
+// Now, as a run's record tells when the run began and ended.
+I18NString QE_PerfTimeStamp();
+
 // In ticks of the performance counter, or in milliseconds where there is none.
 inline std::int64_t QE_PerfNow() {
     if (!QE_PerfHasCounter.load(std::memory_order_relaxed)) return ZBLResourceCounterSet::getCurrentTimeMillis();

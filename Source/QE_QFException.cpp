@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "ZBLCore/ZBLExceptionMembers.h"
+
 namespace {
 
 template <class... P>
@@ -16,33 +18,7 @@ QFException WithMessage(long code, const char* file, unsigned long number, const
 
 QFException::QFException() : ZBLException(0L) {}
 
-QFException::QFException(const QFException&) noexcept = default;
-
-QFException::QFException(long code) : ZBLException(code) {}
-
-QFException::QFException(ZBLSeverity severity, long code) : ZBLException(severity, code) {}
-
-QFException::QFException(const char* text) : ZBLException(text) {}
-
-QFException::QFException(ZBLSeverity severity, const char* text) : ZBLException(severity, text) {}
-
-QFException::~QFException() = default;
-
-QFException& QFException::operator=(const QFException&) noexcept = default;
-
-QFException& QFException::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-QFException* QFException::clone() const { return new QFException(*this); }
-
-void QFException::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw *this;
-}
-
-const char* QFException::getThrowableName() const { return "QFException"; }
+ZBL_DEFINE_EXCEPTION(QFException, ZBLException)
 
 void QFException::SetDOM(ZBLIDOM_Node fragment) { m_dom = std::move(fragment); }
 
@@ -84,30 +60,4 @@ QFException QFException::CreateException(long code, const char* file, unsigned l
     return WithMessage(code, file, number, p1, p2, p3);
 }
 
-QSModelNotFound::QSModelNotFound(const QSModelNotFound&) noexcept = default;
-
-QSModelNotFound::QSModelNotFound(long code) : QFException(code) {}
-
-QSModelNotFound::QSModelNotFound(ZBLSeverity severity, long code) : QFException(severity, code) {}
-
-QSModelNotFound::QSModelNotFound(const char* text) : QFException(text) {}
-
-QSModelNotFound::QSModelNotFound(ZBLSeverity severity, const char* text) : QFException(severity, text) {}
-
-QSModelNotFound::~QSModelNotFound() = default;
-
-QSModelNotFound& QSModelNotFound::operator=(const QSModelNotFound&) noexcept = default;
-
-QSModelNotFound& QSModelNotFound::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-QSModelNotFound* QSModelNotFound::clone() const { return new QSModelNotFound(*this); }
-
-void QSModelNotFound::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw *this;
-}
-
-const char* QSModelNotFound::getThrowableName() const { return "QSModelNotFound"; }
+ZBL_DEFINE_EXCEPTION(QSModelNotFound, QFException)

@@ -1,5 +1,5 @@
 // Constant strings by number, texts of resource files, the format for doubles. Each constant string is made when it is
-// first asked for and published by its pointer, so that a filled entry costs one load and never a lock.
+// first asked for.
 #include "QERes.h"
 
 #include <array>
@@ -7,30 +7,24 @@
 #include <cstddef>
 #include <cstdio>
 #include <limits>
+#include <memory>
 
 #include "Mortise/AUT_Resource.h"
 #include "Mortise/AUT_Text.h"
 #include "ZBLCore/ZBLThread.h"
 
+#include "QEMadeOnce.h"
 #include "QE_ResourceTable.h"
 
 namespace {
 
-using Entry = std::atomic<const I18NString*>;
-
-constinit std::array<Entry, kQEResourceCount> strings{};
+constinit std::array<std::atomic<const I18NString*>, kQEResourceCount> strings{};
 constinit ZBLThreadCriticalSection fillLock;
 
 // Out of line, so that getString needs no stack frame for an entry that is there.
 [[gnu::noinline]] const I18NString& MakeString(std::size_t index) {
-    const ZBLThreadGuard guard(fillLock);
-    Entry& entry = strings[index];
-    const I18NString* string = entry.load(std::memory_order_relaxed);
-    if (string == nullptr) {
-        string = new I18NString(kQEResourceTable[index]);
-        entry.store(string, std::memory_order_release);
-    }
-    return *string;
+    return QEMadeOnce(strings[index], fillLock,
+                      [index] { return std::make_unique<I18NString>(kQEResourceTable[index]); });
 }
 
 } // namespace

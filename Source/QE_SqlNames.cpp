@@ -23,6 +23,12 @@ bool QuotesAreForced() {
     return known == kOn;
 }
 
+// Whether the character at `at`, which isn't the end, comes twice in a row; what is read at the end is no character.
+bool IsDoubled(I18NStringIterator at) {
+    const I18NCodePoint character = *at;
+    return *++at == character;
+}
+
 } // namespace
 
 I18NString AQE_MakeObjectName(const I18NString& a) { return "[" + AQE_ConvertNamepartToString(a) + "]"; }
@@ -58,16 +64,12 @@ bool AQE_ExtractNamePartsFromString(I18NString text, std::vector<I18NString>& pa
             if (character == '[') state = State::InPart;
             break;
         case State::InPart:
-            if (character == ']') {
-                I18NStringIterator next = at;
-                ++next;
-                if (*next != ']') {
-                    state = State::AfterPart;
-                    break;
-                }
-                at = next;
+            if (character == ']' && !IsDoubled(at)) {
+                state = State::AfterPart;
+                break;
             }
             parts.back().append(character);
+            if (character == ']') ++at;
             break;
         case State::AfterPart:
             if (character != '.') return false;

@@ -30,7 +30,7 @@ constexpr const char* kTransparent = "**d**";
 
 constexpr int kFurtherIndent = 4;
 
-// Pieces lie apart in memory, and in a long text in none of the caches: the walk asks for them so many ahead.
+// Pieces lie apart in memory, and in a long text in none of the caches: the walk asks for them this many ahead.
 constexpr std::ptrdiff_t kLookAhead = 8;
 
 // About what a piece takes in SQL, its spacing included, so that a long text is seldom copied while it grows.
@@ -39,8 +39,8 @@ constexpr std::size_t kUsualPieceBytes = 10;
 constexpr std::string_view kPhrases[] = {"select ",       "distinct ", "from ",       "order by ",     "group by ",
                                          "partition by ", " over ",    " nulls last", " within group "};
 
-// The fragments of texts that are going, while the outermost of them empties this list. The destructors of texts
-// farther down only put theirs here, so that none runs inside another.
+// The fragments of texts that are being destroyed; null unless one is. The destructor of the outermost text empties the
+// list, those of texts farther down only put theirs there, so that none runs inside another.
 using FragmentList = std::vector<AUT_RefPtr<AQE_SqlTextFragment>>;
 constinit thread_local std::vector<FragmentList>* goingFragments = nullptr;
 

@@ -1,5 +1,6 @@
 // The guard of the library's start and end. The catalogue takes it, too, before its own: its first start and last end
-// nest those of the library, and two threads that come in by the two doors must take the two guards in one order.
+// call those of the library, and the other way round, so threads that begin with either must take the two guards in one
+// order.
 #pragma once
 
 #include "ZBLCore/ZBLThread.h"

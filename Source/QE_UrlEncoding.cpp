@@ -1,7 +1,8 @@
+// Both directions go once over the bytes of the text's UTF-8 form.
 #include "AQE_UrlEncoding.h"
 
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace {
 

@@ -1,4 +1,5 @@
-// A library of the catalogue as one client sees it.
+// A library of the catalogue as one client sees it. It belongs to its definition, and is one thread's at a time as that
+// is.
 #pragma once
 
 #include <vector>

@@ -13,6 +13,7 @@
 #include "AQE_LogFile.h"
 #include "QEException.h"
 
+#include "QEMadeOnce.h"
 #include "QEMessageNumbers.h"
 #include "QEThrow.h"
 #include "QFFunctionDLL.h"
@@ -22,6 +23,7 @@
 namespace {
 
 constexpr const char* kSource = "Source/QFFunctionDefinition";
+constexpr long kCodeUnknownFunction = 150;
 
 // The codes that count as relational, joined by commas; null until a definition with a locale is made, then there as
 // long as the process.
@@ -30,17 +32,23 @@ constinit std::atomic<const I18NString*> relInterfaces{nullptr};
 
 void ReadRelInterfaces() {
     if (relInterfaces.load(std::memory_order_acquire) != nullptr) return;
-    // Made before the guard is taken: it has a guard of its own, and none is held while another is taken.
+    // Asked for before the guard is taken: it takes a guard of its own, and no two of these are held at once.
     const I18NString defaults = AQF_GetDefaultRelInterfaces();
-    const ZBLThreadGuard guard(AQF_RelInterfacesGuard);
-    if (relInterfaces.load(std::memory_order_relaxed) != nullptr) return;
-    const I18NString list = AUT_I_UserConfiguration::Create(1)->GetString("QueryEngine", "RelInterfaces", defaults);
-    relInterfaces.store(new I18NString(list), std::memory_order_release);
+    QEMadeOnce(relInterfaces, AQF_RelInterfacesGuard, [&defaults] {
+        return std::make_unique<I18NString>(
+            AUT_I_UserConfiguration::Create(1)->GetString("QueryEngine", "RelInterfaces", defaults));
+    });
 }
 
 template <class Container, class Value>
 bool Contains(const Container& container, const Value& value) {
     return std::find(container.begin(), container.end(), value) != container.end();
+}
+
+// Null if there is none.
+AQF_I_FunctionNode* FindNode(const std::map<I18NString, AQF_I_FunctionNode*>& nodes, const I18NString& key) {
+    const auto found = nodes.find(key);
+    return found != nodes.end() ? found->second : nullptr;
 }
 
 // Null if neither has the key; the first map comes first.
@@ -55,7 +63,7 @@ const typename Map::mapped_type* FindInEither(const Map& first, const Map& secon
 auto FindEntries(const I18NString& name, long line) {
     const auto entries = AQF_FunctionPool::GetInstance()->FindByName(name);
     if (entries.first == entries.second) {
-        QEException failure(ZBLSeverity::error, 150L);
+        QEException failure(ZBLSeverity::error, kCodeUnknownFunction);
         QEAddMessages(failure, kQEMsgUnknownFunction, 1, name);
         QELogAndThrow(failure, kSource, line);
     }
@@ -146,24 +154,21 @@ void AQF_FunctionDefinition::AddVendor(const I18NString& vendor) {
 
 AQF_I_FunctionNode* AQF_FunctionDefinition::GetFunctionById(const I18NString& id) {
     if (AQF_FunctionDescription* const entry = m_pool->FindById(id)) return NodeOf(entry);
-    const auto found = m_clientFunctionsById.find(id);
-    return found != m_clientFunctionsById.end() ? found->second : nullptr;
+    return FindNode(m_clientFunctionsById, id);
 }
 
 void AQF_FunctionDefinition::GetFunctionsByName(const I18NString& name, std::vector<AQF_I_FunctionNode*>& functions) {
     const auto [begin, end] = m_pool->FindByName(name);
     for (auto entry = begin; entry != end; ++entry)
         if (IsVisible(*entry->second)) functions.push_back(NodeOf(entry->second));
-    const auto client = m_clientFunctionsByName.find(name);
-    if (client != m_clientFunctionsByName.end()) functions.push_back(client->second);
+    if (AQF_I_FunctionNode* const client = FindNode(m_clientFunctionsByName, name)) functions.push_back(client);
 }
 
 AQF_I_FunctionNode* AQF_FunctionDefinition::GetFunctionByName(const I18NString& name) {
     const auto [begin, end] = m_pool->FindByName(name);
     for (auto entry = begin; entry != end; ++entry)
         if (IsVisible(*entry->second)) return NodeOf(entry->second);
-    const auto client = m_clientFunctionsByName.find(name);
-    return client != m_clientFunctionsByName.end() ? client->second : nullptr;
+    return FindNode(m_clientFunctionsByName, name);
 }
 
 void AQF_FunctionDefinition::GetDLLs(std::vector<AQF_I_FunctionDLL*>& libraries) {

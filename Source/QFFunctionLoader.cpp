@@ -1,7 +1,9 @@
+// The process's one pool with its guard, and the load that fills it: which files are read, and in which order.
 #include "QFFunctionLoader.h"
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -22,7 +24,7 @@ namespace {
 
 constexpr const char* kMainFileList = "FileList.xml";
 
-// Held while a pool is loaded or deleted. The pointer is set when the pool is complete, so it is read without.
+// Held while a pool is loaded or deleted. The pointer is set when the pool is complete, so reading it takes no guard.
 constinit ZBLThreadCriticalSection AQF_PoolGuard{1};
 std::atomic<AQF_FunctionPool*> thePool{nullptr};
 
@@ -41,7 +43,7 @@ bool Exists(const I18NString& path) {
     return path.bytes().find('\0') == std::string_view::npos && _access(path.c_str(), 0) == 0;
 }
 
-// The main file list is exactly as long as the two ends together, so it is no further one.
+// The main file list has nothing between the two ends, so it is no further one.
 bool IsFurtherFileList(const I18NString& fileName) {
     const I18NString begin("filelist");
     const I18NString end(".xml");
@@ -71,7 +73,7 @@ AQF_FunctionPool* AQF_FunctionPool::GetInstance() {
     if (AQF_FunctionPool* const pool = thePool.load(std::memory_order_relaxed)) return pool;
     auto pool = std::make_unique<AQF_FunctionPool>();
     AQF_FunctionLoader(*pool).Load();
-    // Whoever is told of a log record, on this thread, may have come here again and been first.
+    // The load writes to the log, and what takes the record may have come here on this thread and loaded a pool.
     if (AQF_FunctionPool* const other = thePool.load(std::memory_order_relaxed)) return other;
     thePool.store(pool.get(), std::memory_order_release);
     return pool.release();

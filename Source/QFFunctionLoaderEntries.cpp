@@ -1,3 +1,5 @@
+// Elements are told apart by their tags. A group is put on the list of open groups and read on from there; an entry is
+// read at once, with all its child elements.
 #include "QFFunctionLoaderEntries.h"
 
 #include <iterator>
@@ -114,7 +116,7 @@ AQF_FunctionDescription* AQF_EntryReader::ReadGroupChild(AQF_FunctionDescription
     return nullptr;
 }
 
-// An entry may have the id, too: it takes no content, so it is never meant.
+// An entry may have the same id; nothing can be put into one, so it is never meant.
 AQF_FunctionDescription& AQF_EntryReader::FindOrMakeGroup(AQF_FunctionDescription& parent, I18NString id) {
     const auto [place, isNew] = m_groups.try_emplace({&parent, std::move(id)}, nullptr);
     if (isNew)

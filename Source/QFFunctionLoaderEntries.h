@@ -1,7 +1,7 @@
 // Reads the groups and entries of a definition file into the pool's tree.
 //
-// The tree is walked with a stack of its own. Names of elements that mean nothing to an entry are its properties; to a
-// group they mean nothing.
+// The tree is walked with a stack of its own. In an entry, an element without a meaning of its own becomes a property
+// of that name; in a group it is passed over.
 #pragma once
 
 #include <map>

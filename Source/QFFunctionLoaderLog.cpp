@@ -1,3 +1,4 @@
+// One operation for each record: its text by number, its level, its parameters.
 #include "QFFunctionLoaderLog.h"
 
 #include <utility>

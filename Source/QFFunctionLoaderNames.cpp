@@ -1,3 +1,5 @@
+// A text goes into its locale's table first. Only one that the table took, and whose entry may have the name, becomes a
+// name.
 #include "QFFunctionLoaderNames.h"
 
 #include <utility>

@@ -39,19 +39,20 @@ public:
 private:
     using Entry = AQF_FunctionDescription;
 
-    // What is asked of an entry for each of its texts, so that the entry needn't be gone to.
+    // What is asked of an entry for each of its texts, so that the entry itself needn't be read.
     struct KnownEntry {
         Entry* entry;
         std::string_view id;
         bool sharesAnyName;
         bool hasLibrary;
-        std::uint32_t next; // the place of the entry whose text came behind the last one of this, or kNone
+        std::uint32_t next; // the place of the entry whose text came right behind this one's last text, or kNone
     };
     struct NamedEntry {
         std::size_t nameBegin, nameSize; // in m_nameBytes
         Entry* entry;
-        // In the first entry of a name, of all its entries but operators and literals, which share a name with
-        // anything: the first one, and the first ones with and without a library. All are of one kind.
+        // Set in the first entry of a name alone, for all entries of that name. Operators and literals, which share a
+        // name with anything, don't count. The others are of one kind: the first of them, the first with a library and
+        // the first without.
         const Entry* any = nullptr;
         const Entry* withLibrary = nullptr;
         const Entry* withoutLibrary = nullptr;

@@ -1,6 +1,8 @@
+// Ranges of texts that are equal so far wait in a list, so that a long common beginning costs no machine stack.
 #include "QFFunctionLoaderOrder.h"
 
 #include <algorithm>
+#include <array>
 #include <tuple>
 #include <utility>
 
@@ -15,23 +17,12 @@ constexpr std::size_t kShortRange = 256;
 std::vector<std::uint32_t> AQF_TextOrder::Sort() {
     for (std::uint32_t place = 0; place < m_texts.size(); ++place)
         m_keys.push_back(MakeKey(m_texts[place], 0, place));
-    std::vector<Range> ranges{{0, m_keys.size(), 0}};
-    while (!ranges.empty()) {
-        const Range range = ranges.back();
-        ranges.pop_back();
+    std::vector<Range> open{{0, m_keys.size(), 0}};
+    while (!open.empty()) {
+        const Range range = open.back();
+        open.pop_back();
         SortRange(range);
-        for (std::size_t first = range.begin; first < range.end;) {
-            std::size_t behind = first + 1;
-            while (behind < range.end && HasSameDigit(m_keys[first], m_keys[behind]))
-                ++behind;
-            if (behind - first > 1 && m_keys[first].usedBytes == kDigitBytes) {
-                const std::size_t offset = range.offset + kDigitBytes;
-                for (std::size_t i = first; i < behind; ++i)
-                    m_keys[i] = MakeKey(m_texts[m_keys[i].place], offset, m_keys[i].place);
-                ranges.push_back({first, behind, offset});
-            }
-            first = behind;
-        }
+        OpenEqualTexts(range, open);
     }
     std::vector<std::uint32_t> places;
     places.reserve(m_keys.size());
@@ -40,8 +31,22 @@ std::vector<std::uint32_t> AQF_TextOrder::Sort() {
     return places;
 }
 
-AQF_TextOrder::Key AQF_TextOrder::MakeKey(std::string_view text, std::size_t offset, std::uint32_t place) {
-    const std::string_view rest = text.substr(offset, kDigitBytes);
+// Of a sorted range: texts that are equal in the digit, and go on behind it, become ranges of their next digit.
+void AQF_TextOrder::OpenEqualTexts(const Range& range, std::vector<Range>& open) {
+    for (std::size_t first = range.begin, behind; first < range.end; first = behind) {
+        behind = first + 1;
+        while (behind < range.end && HasSameDigit(m_keys[first], m_keys[behind]))
+            ++behind;
+        if (behind - first == 1 || m_keys[first].usedBytes < kDigitBytes) continue;
+        const std::size_t offsetBytes = range.offsetBytes + kDigitBytes;
+        for (std::size_t i = first; i < behind; ++i)
+            m_keys[i] = MakeKey(m_texts[m_keys[i].place], offsetBytes, m_keys[i].place);
+        open.push_back({first, behind, offsetBytes});
+    }
+}
+
+AQF_TextOrder::Key AQF_TextOrder::MakeKey(std::string_view text, std::size_t offsetBytes, std::uint32_t place) {
+    const std::string_view rest = text.substr(offsetBytes, kDigitBytes);
     Key key{0, static_cast<std::uint32_t>(rest.size()), place};
     for (const char byte : rest)
         key.digit = key.digit << 8 | static_cast<unsigned char>(byte);

@@ -2,15 +2,16 @@
 //
 // Texts lie scattered in memory, and those of a catalogue begin alike, so a sort that went to two of them for each
 // comparison would spend its time waiting for memory. Here eight bytes of each text at a time are a digit, sorted
-// beside one another; only texts that are equal in it go on to their next digit. A long range is sorted byte by byte of
-// the digit, since it may hold few different ones very often.
+// beside one another; only texts that are equal in it go on to their next digit. A long range is sorted by one byte of
+// the digit after the other, in time linear in its length, a short one by comparisons.
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
+// For one sort. One thread.
 class AQF_TextOrder {
 public:
     void Reserve(std::size_t count) { m_texts.reserve(count); }
@@ -28,12 +29,14 @@ private:
         std::uint32_t place;
     };
     struct Range {
-        std::size_t begin, end, offset;
+        std::size_t begin, end;  // in m_keys
+        std::size_t offsetBytes; // where the digit lies in the texts
     };
 
-    static Key MakeKey(std::string_view text, std::size_t offset, std::uint32_t place);
+    static Key MakeKey(std::string_view text, std::size_t offsetBytes, std::uint32_t place);
     static bool HasSameDigit(const Key& a, const Key& b);
     void SortRange(const Range& range);
+    void OpenEqualTexts(const Range& range, std::vector<Range>& open);
     void SortByBytes(const Range& range);
 
     std::vector<std::string_view> m_texts;

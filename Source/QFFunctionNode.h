@@ -1,4 +1,5 @@
-// A node as one client sees it: a view of a description, or, without a description, a client's own.
+// A node as one client sees it: a view of a description, or, without a description, a client's own. It belongs to its
+// definition, and is one thread's at a time as that is.
 #pragma once
 
 #include <vector>

@@ -1,4 +1,4 @@
-// One parameter of a function as one client sees it.
+// One parameter of a function as one client sees it: a view of a description. Immutable.
 #pragma once
 
 #include <vector>

@@ -21,7 +21,8 @@
 #include "QFFunctionDescription.h"
 #include "QFTextIndex.h"
 
-// The texts of one locale by their keys. References to texts hold as long as the table.
+// The texts of one locale by their keys. References to texts hold as long as the table. Filled by one thread, then read
+// by any.
 class AQF_StringTable {
 public:
     AQF_StringTable() = default;
@@ -79,7 +80,7 @@ public:
     // The locale's texts, or null.
     const AQF_StringTable* FindTexts(const I18NLocale& locale) const;
     bool HasVendor(const I18NString& vendor) const;
-    bool HasInterface(const I18NString& upperCode) const { return interfaces.find(upperCode) != interfaces.end(); }
+    bool HasInterface(const I18NString& upperCode) const { return interfaces.contains(upperCode); }
 
     std::vector<I18NString> definitionFiles;
     std::map<I18NString, std::vector<I18NString>> descriptionFiles;

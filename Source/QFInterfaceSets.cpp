@@ -2,9 +2,12 @@
 #include "QFInterfaceSets.h"
 
 #include <atomic>
+#include <memory>
 #include <span>
 
 #include "ZBLCore/ZBLThread.h"
+
+#include "QEMadeOnce.h"
 
 namespace {
 
@@ -18,18 +21,9 @@ constinit ZBLThreadCriticalSection AQF_InterfaceSetsGuard;
 constinit std::atomic<const Codes*> relational{nullptr};
 constinit std::atomic<const Codes*> multidimensional{nullptr};
 
-// A set lasts as long as the process.
 const Codes& Filled(std::atomic<const Codes*>& set, std::span<const char* const> table) {
-    const Codes* codes = set.load(std::memory_order_acquire);
-    if (codes == nullptr) {
-        const ZBLThreadGuard guard(AQF_InterfaceSetsGuard);
-        codes = set.load(std::memory_order_relaxed);
-        if (codes == nullptr) {
-            codes = new Codes(table.begin(), table.end());
-            set.store(codes, std::memory_order_release);
-        }
-    }
-    return *codes;
+    return QEMadeOnce(set, AQF_InterfaceSetsGuard,
+                      [table] { return std::make_unique<Codes>(table.begin(), table.end()); });
 }
 
 } // namespace

@@ -38,7 +38,7 @@ Level AQF_EvaluateQosRules(const std::vector<AQF_QosRule>& rules, const std::set
     Level fallback = K;
     Level merged = kUnset;
     bool matched = false;
-    // How many the last rule with a selector had to choose from, and how many of all such rules hit one of them.
+    // The size of the set from which the last rule with a selector selects, and how many rules hit one in their set.
     std::size_t candidates = 0;
     std::size_t hits = 0;
     for (const AQF_QosRule& rule : rules) {
@@ -48,7 +48,7 @@ Level AQF_EvaluateQosRules(const std::vector<AQF_QosRule>& rules, const std::set
         }
         const std::set<I18NString>& set = rule.kind == RK_interface ? interfaces : queryTypes;
         candidates = set.size();
-        const bool hit = set.find(rule.selector) != set.end();
+        const bool hit = set.contains(rule.selector);
         if (!hit && !set.empty()) continue;
         merged = AQF_I_FunctionDefinition::ConsolidateQosLevels(merged, rule.level);
         matched = true;

@@ -1,3 +1,4 @@
+// Counts the catalogue's starts and ends. The library's guard is always taken before the catalogue's own.
 #include "AQF_Initialize.h"
 
 #include <cstdint>

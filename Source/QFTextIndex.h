@@ -1,5 +1,5 @@
-// Finds by their bytes texts that stand elsewhere: a hash table with linear probing that holds the places of the texts
-// and, so that others are passed over without going to them, half of their hashes.
+// Finds texts by their bytes: a hash table with linear probing over texts that stand elsewhere. It holds the place of
+// each text and half of its hash, by which most others are passed over unread. Filled by one thread, then read by any.
 #pragma once
 
 #include <cstddef>

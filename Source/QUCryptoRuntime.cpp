@@ -1,8 +1,6 @@
 // The loader of the security library, and the one object that the process shares.
 #include "AQU_CryptoRuntime.h"
 
-#include <memory>
-
 #include "ZBLCore/ZBLFmDir.h"
 #include "ZBLCore/ZBLThread.h"
 

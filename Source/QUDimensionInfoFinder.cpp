@@ -1,7 +1,7 @@
+// Keys and groups are kept as sorted sets; an analysis replaces hierarchies and levels as a whole.
 #include "QUDimensionInfoFinder.h"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 #include <utility>
 

@@ -1,5 +1,4 @@
-// Keyword lookup. Each word list becomes an ordered set of lower-cased words on its first use; the set is filled before
-// it is published and only read afterwards, so a lookup takes no lock.
+// Keyword lookup. Each word list becomes an ordered set of lower-cased words on its first use.
 #include "AQU_SQLKeyword.h"
 
 #include <atomic>
@@ -10,6 +9,7 @@
 #include "Mortise/AUT_Text.h"
 #include "ZBLCore/ZBLThread.h"
 
+#include "QEMadeOnce.h"
 #include "QUSQLKeywordTable.h"
 
 namespace {
@@ -23,19 +23,12 @@ constinit ZBLThreadCriticalSection loadLock;
 I18NString Lowered(const I18NString& word) { return AUT_ToLower(word, AUT_DefaultLocale()); }
 
 const WordSet& Loaded(std::atomic<const WordSet*>& published, std::span<const char* const> words) {
-    const WordSet* set = published.load(std::memory_order_acquire);
-    if (set != nullptr) return *set;
-
-    const ZBLThreadGuard guard(loadLock);
-    set = published.load(std::memory_order_relaxed);
-    if (set == nullptr) {
+    return QEMadeOnce(published, loadLock, [words] {
         auto filled = std::make_unique<WordSet>();
         for (const char* word : words)
             filled->insert(Lowered(word));
-        set = filled.release();
-        published.store(set, std::memory_order_release);
-    }
-    return *set;
+        return filled;
+    });
 }
 
 bool IsReserved(const I18NString& lowered) { return Loaded(reservedWords, kSqlReservedWords).contains(lowered); }

@@ -1,3 +1,4 @@
+// A number enters the hash index where there is a free slot for it; what finds none is left to the ordered index.
 #include "QUStringBucket.h"
 
 #include <functional>
@@ -12,6 +13,8 @@
 #include "QEThrow.h"
 
 namespace {
+
+constexpr long kCodeNoSuchString = 2100;
 
 constexpr long kFree = -1;
 constexpr std::size_t kFirstSlots = 64;
@@ -53,7 +56,7 @@ long AQU_StringBucket::GetIndex(const I18NString& text) { return GetIndex(&text)
 const I18NString* AQU_StringBucket::GetString(long number) const {
     if (number >= 0 && static_cast<std::size_t>(number) < m_numberIndex.size())
         return m_numberIndex[static_cast<std::size_t>(number)].text.get();
-    QEException failure(ZBLSeverity::error, 2100L);
+    QEException failure(ZBLSeverity::error, kCodeNoSuchString);
     QEAddMessages(failure, kQEMsgNoSuchString, 1, std::to_string(number).c_str());
     QELogAndThrow(failure, "Source/QUStringBucket", 82);
 }

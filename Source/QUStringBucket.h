@@ -47,5 +47,5 @@ private:
 
     std::map<const I18NString*, long, AQU_StringBucketLess> m_stringIndex; // of the first so many numbers
     std::vector<Entry> m_numberIndex;
-    std::vector<Slot> m_slots; // a string's stands where its hash says or behind; a power of two of them
+    std::vector<Slot> m_slots; // a string's is the one that its hash names, or one behind it; a power of two
 };

@@ -1,3 +1,4 @@
+// A report asks the location object for the place of the error and throws.
 #include "QUYyError.h"
 
 #include <cstdio>

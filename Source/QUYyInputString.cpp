@@ -1,3 +1,4 @@
+// The scanner knows byte offsets alone; the characters up to an error are counted when it is reported.
 #include "QUYyInputString.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // The parser runtime's view of its surroundings: where the bytes come from, who can tell a place in them, and who takes
 // the errors. The scanner and the parser know these classes alone; the macro language's own input and error objects
-// derive from them.
+// derive from them. All of them serve one thread at a time.
 #pragma once
 
 #include <cstdarg>

@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
 #include <stdexcept>
+#include <utility>
 
 #include "ZBLCore/I18NEncoding.h"
 
@@ -21,8 +23,8 @@
 
 namespace {
 
-constexpr long kBlock = 512;
-constexpr std::size_t kMaxLine = 0x7FFFFFFF - 1023;
+constexpr long kBlockBytes = 512;
+constexpr std::size_t kMaxLineBytes = 0x7FFFFFFF - 1023;
 
 constexpr const char* kUtf8 = "utf-8";
 constexpr const char* kUtf16 = "utf-16";
@@ -31,6 +33,7 @@ constexpr const char* kUtf32 = "utf-32";
 constexpr char kQuote = '"';
 constexpr char kMark[] = {'\xFF', '\xFE'};
 
+// From where ZBLFmFile64::Seek counts.
 constexpr int kStart = 0;
 constexpr int kCurrent = 1;
 constexpr int kEnd = 2;
@@ -238,8 +241,8 @@ bool AQU_csvFile_v2::Get(std::vector<I18NString>& fields) {
             scanned = at + 1;
         }
         scanned = used;
-        Reserve(used + kBlock);
-        const long count = m_file->Read(m_buffer.get() + used, kBlock);
+        Reserve(used + kBlockBytes);
+        const long count = m_file->Read(m_buffer.get() + used, kBlockBytes);
         if (count == 0) break;
         m_used += static_cast<std::int32_t>(count);
     }
@@ -355,8 +358,8 @@ bool AQU_csvFile_v2::Eof() {
 void AQU_csvFile_v2::Reserve(std::size_t byteCount) {
     const auto capacity = static_cast<std::size_t>(m_capacity);
     if (capacity > byteCount) return;
-    if (byteCount >= kMaxLine) throw std::length_error("line of 2 GiB or more");
-    const std::size_t grown = std::min(std::max(2 * capacity, byteCount + kBlock), kMaxLine);
+    if (byteCount >= kMaxLineBytes) throw std::length_error("line of 2 GiB or more");
+    const std::size_t grown = std::min(std::max(2 * capacity, byteCount + kBlockBytes), kMaxLineBytes);
     auto buffer = std::make_unique_for_overwrite<char[]>(grown);
     if (capacity > 0) std::memcpy(buffer.get(), m_buffer.get(), capacity);
     m_buffer = std::move(buffer);

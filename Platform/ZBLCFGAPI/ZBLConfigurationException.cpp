@@ -1,5 +1,7 @@
 #include "ZBLCFGAPI/ZBLConfigurationException.h"
 
+#include "ZBLCore/ZBLExceptionMembers.h"
+
 ZBLConfigurationException::ZBLConfigurationException(long code) noexcept : ZBLException(code) {}
 
 ZBLConfigurationException::ZBLConfigurationException(ZBLSeverity severity, long code) noexcept
@@ -12,16 +14,4 @@ ZBLConfigurationException::ZBLConfigurationException(ZBLSeverity severity, const
 
 ZBLConfigurationException::~ZBLConfigurationException() = default;
 
-ZBLConfigurationException& ZBLConfigurationException::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-ZBLConfigurationException* ZBLConfigurationException::clone() const { return new ZBLConfigurationException(*this); }
-
-void ZBLConfigurationException::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw ZBLConfigurationException(*this);
-}
-
-const char* ZBLConfigurationException::getThrowableName() const { return "ZBLConfigurationException"; }
+ZBL_DEFINE_EXCEPTION_MEMBERS(ZBLConfigurationException)

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "ZBLCore/ZBLExceptionMembers.h"
 #include "ZBLCore/ZBLMessage.h"
 
 namespace {
@@ -28,16 +29,4 @@ ZBLIDOM_Exception::~ZBLIDOM_Exception() = default;
 
 ZBLIDOM_Exception& ZBLIDOM_Exception::operator=(const ZBLIDOM_Exception&) noexcept = default;
 
-ZBLIDOM_Exception& ZBLIDOM_Exception::operator<<(const ZBLMessageBase& message) {
-    ZBLException::operator<<(message);
-    return *this;
-}
-
-ZBLIDOM_Exception* ZBLIDOM_Exception::clone() const { return new ZBLIDOM_Exception(*this); }
-
-void ZBLIDOM_Exception::hurl(const ZBLFileLocation& where, const char* component, const char* macroName) {
-    addBackTrace(where, component, macroName);
-    throw ZBLIDOM_Exception(*this);
-}
-
-const char* ZBLIDOM_Exception::getThrowableName() const { return "ZBLIDOM_Exception"; }
+ZBL_DEFINE_EXCEPTION_MEMBERS(ZBLIDOM_Exception)
