@@ -17,7 +17,6 @@ namespace {
 
 using namespace brindle_test;
 using Definition = std::unique_ptr<AQF_I_FunctionDefinition>;
-using Lines = TestCatalogue::Lines;
 using Node = AQF_I_FunctionNode;
 
 // The definition under filters such as "vendor=V1 type=format hidden".

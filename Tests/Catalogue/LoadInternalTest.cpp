@@ -1,4 +1,5 @@
-// A load that fails anywhere, and the sort of its names.
+// A load that fails anywhere, the sort of its names, and what no file can give: a tree of any depth, and a parameter
+// without a description.
 #include <algorithm>
 #include <numeric>
 #include <random>
@@ -7,6 +8,7 @@
 
 #include "QFFunctionLoader.h"
 #include "QFFunctionLoaderOrder.h"
+#include "QFFunctionParameter.h"
 
 #include "Support/Catalogue.h"
 #include "Support/FailInTurn.h"
@@ -55,6 +57,25 @@ TEST(FunctionLoader, OrdersTextsByTheirBytesAndEqualOnesAsTheyCame) {
         std::stable_sort(expected.begin(), expected.end(), [&](auto a, auto b) { return texts[a] < texts[b]; });
         EXPECT_EQ(order.Sort(), expected) << count;
     }
+}
+
+TEST(FunctionDescription, ADeepTreeIsFreedWithoutRecursion) {
+    std::unique_ptr<AQF_FunctionDescription> tree;
+    for (int depth = 0; depth < 200'000; ++depth) {
+        auto above = std::make_unique<AQF_FunctionDescription>(nullptr, FT_group, "id");
+        above->children = std::make_unique<std::vector<std::unique_ptr<AQF_FunctionDescription>>>();
+        if (tree) tree->parent = above.get(), above->children->push_back(std::move(tree));
+        tree = std::move(above);
+    }
+    tree.reset();
+}
+
+TEST(FunctionParameter, WithoutADescriptionItIsOneValueOfNoType) {
+    AQF_FunctionParameter parameter(nullptr);
+    std::vector<I18NString> types;
+    parameter.GetTypes(types);
+    EXPECT_TRUE(types.empty() && parameter.GetType().empty() && parameter.GetIsNullable());
+    EXPECT_TRUE(parameter.GetMinOccurs() == 1 && parameter.GetMaxOccurs() == 1 && !parameter.GetIsOptional());
 }
 
 } // namespace

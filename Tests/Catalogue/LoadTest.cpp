@@ -1,6 +1,5 @@
 // What the catalogue makes of its files, and when it starts, loads and ends.
 #include <atomic>
-#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -18,7 +17,6 @@ namespace {
 
 using namespace brindle_test;
 using Definition = std::unique_ptr<AQF_I_FunctionDefinition>;
-using Lines = TestCatalogue::Lines;
 
 Definition Create(const char* locale = "en-us") { return Definition(AQF_I_FunctionDefinition::Create(locale)); }
 std::string Tree() { return TreeOf(*Create()->GetRootNode()); }
@@ -244,9 +242,8 @@ TEST(CatalogueStart, TwoDoorsAtOnceDontBlockEachOther) {
                 for (++ready; ready < 2;) {
                 }
             };
-            std::thread other([&] { meet(), AQF_Initialize("test"), AQF_Terminate("test"); });
+            const std::jthread other([&] { meet(), AQF_Initialize("test"), AQF_Terminate("test"); });
             meet(), ABrindle_Initialize("test"), ABrindle_Terminate("test");
-            other.join();
         });
 }
 

@@ -1,16 +1,15 @@
-#include <algorithm>
-#include <functional>
 #include <limits>
 #include <list>
-#include <string>
 
 #include <gtest/gtest.h>
 
-#include "PlatformHooks.h"
 #include "ZBLCore/ZBLThread.h"
 #include "zblipf2/LogPerfIndication.h"
 
 #include "AQE_Performance.h"
+
+#include "Support/Directory.h"
+#include "Support/LogLines.h"
 
 namespace {
 
@@ -18,31 +17,23 @@ using namespace brindle_platform;
 
 constexpr int kLowest = std::numeric_limits<int>::min(), kHighest = std::numeric_limits<int>::max();
 
-class PerformanceIndication : public testing::Test {
-protected:
+struct PerformanceIndication : testing::Test, brindle_test::Directory, brindle_test::LogLines {
     PerformanceIndication() {
         setMillisClock([this] { return m_clock; });
-        setLogSink([this](const LogRecord& log) {
-            m_log += (log.name + " " + I18NString(std::to_string(log.level).c_str()) + " " + log.text + "\n").bytes();
-        });
-    }
-    ~PerformanceIndication() override {
-        setMillisClock(nullptr), setLogSink(nullptr), clearLoggerThresholds(), clearOverrides();
     }
 
     // How many records a guard of the level leaves in the log. It lasts 25 milliseconds, then `during` is called.
-    long Guarded(AQE_IPFPerformance* owner, int level, const std::function<void()>& during) {
+    std::size_t Guarded(AQE_IPFPerformance* owner, int level, const std::function<void()>& during) {
         I18NString classId = "C", methodId = "M", session = "S", request = "R", data = "before";
-        m_log.clear();
+        Take();
         {
             const AQE_Performance guard(owner, level, classId, methodId, session, request, data);
             m_clock += 25, data = "after", during();
         }
-        return std::count(m_log.begin(), m_log.end(), '\n');
+        return m_lines.size();
     }
 
     std::int64_t m_clock = 100;
-    std::string m_log;
 };
 
 TEST_F(PerformanceIndication, LoggerIsEnabledFromItsThresholdOn) {
@@ -59,13 +50,13 @@ TEST_F(PerformanceIndication, GuardSendsAtItsStartAndAtItsEnd) {
     const auto set = [](int threshold) { setLoggerThreshold("Perf.DAM.VKE", threshold); };
     set(30000);
     AQE_IPFPerformance owner(AQE_IPFPerformance::GetDefaultComponent()), without("unknown");
-    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2);
+    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2u);
     const std::string who = " component=\"VKE\" level=30000 thread=" + std::to_string(ZBLThread::currentThreadId());
     const std::string what = R"( class="C" method="M" session="S" request="R" data=)", name = "Perf.DAM.VKE 7 ";
-    EXPECT_EQ(m_log, name + "ENTER" + who + " elapsedMs=0" + what + "\"before\"\n" + name + "RETURN" + who +
-                         " elapsedMs=25" + what + "\"after\"\n");
-    EXPECT_EQ(Guarded(&owner, 29999, [] {}) + Guarded(nullptr, kHighest, [] {}), 0);
-    EXPECT_EQ(Guarded(&without, kHighest, [] {}), 0) << "enabled, but with nothing to send to";
+    EXPECT_EQ(m_lines, (brindle_test::Lines{name + "ENTER" + who + " elapsedMs=0" + what + "\"before\"",
+                                            name + "RETURN" + who + " elapsedMs=25" + what + "\"after\""}));
+    EXPECT_EQ(Guarded(&owner, 29999, [] {}) + Guarded(nullptr, kHighest, [] {}), 0u);
+    EXPECT_EQ(Guarded(&without, kHighest, [] {}), 0u) << "enabled, but with nothing to send to";
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(40000); }), 2) << "not synchronised";
     EXPECT_EQ(Guarded(&owner, 30000, [&] { owner.SyncIPFLogLevel(); }), 1);
     EXPECT_EQ(Guarded(&owner, 30000, [&] { set(10000), owner.SyncIPFLogLevel(); }), 0) << "off at the start";
@@ -76,13 +67,13 @@ TEST_F(PerformanceIndication, ASinkTakesWhatWouldBeLoggedAndMayFail) {
     AQE_IPFPerformance owner(AQE_IPFPerformance::GetDefaultComponent());
     std::list<LogPerfIndication> kept;
     setIndicationSink([&kept](const LogPerfIndication& indication) { throw &kept.emplace_back(indication); });
-    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 0);
+    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 0u);
     std::string sent;
     for (const LogPerfIndication& indication : kept)
         sent += (indication.getStatus() + " " + std::to_string(indication.getElapsedMillis()).c_str() + " ").bytes();
     EXPECT_EQ(sent, "ENTER 0 RETURN 25 ") << "of copies that outlive the guard and its counters";
     setIndicationSink(nullptr);
-    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2);
+    EXPECT_EQ(Guarded(&owner, 30000, [] {}), 2u);
 }
 
 } // namespace

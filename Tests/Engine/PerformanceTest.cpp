@@ -1,27 +1,18 @@
 // Runs, their guards and their file. The clocks stand until a test moves them, one tick is one unit of time, and what
 // the runs have recorded is read back from the file in a short form.
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <list>
 #include <memory>
-#include <optional>
 #include <regex>
-#include <set>
-#include <thread>
 #include <tuple>
 
 #include <gtest/gtest.h>
-
-#include "PlatformHooks.h"
-#include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
-#include "ZBLIDOM/ZBLIDOM_Parser.h"
 
 #include "AQE_AutoPerformance.h"
 #include "AQE_PerfData.h"
 #include "AQE_ResourcePerformance.h"
 #include "TarnPerformance.h"
+
+#include "Support/Directory.h"
 
 namespace {
 
@@ -30,21 +21,14 @@ using namespace brindle_platform;
 using ELogLevel = AUT_I_LogFile::ELogLevel;
 using Numbers = std::vector<int>;
 
-class Performance : public testing::Test {
-protected:
+struct Performance : testing::Test, brindle_test::Directory {
     Performance() {
-        if (mkdtemp(m_root.data()) == nullptr) std::abort();
-        setProgramDirectory((m_root + "/bin").c_str()), setProcessId(77), setLogLevel("QueryEngine", 7);
+        setProgramDirectory(Path("bin")), setProcessId(77), setLogLevel("QueryEngine", 7);
         setPerformanceCounter([this] { return m_clock; }), setMillisClock([this] { return m_clock; });
         setTimeStamp([this](int form) { return form == 0 ? I18NString("S") : m_stamp; });
         setLogSink([this](const LogRecord& log) { (m_log += std::to_string(log.level)) += log.text.bytes(); });
     }
-    ~Performance() override {
-        m_run.reset(), TarnPerformance::Terminate();
-        setProgramDirectory(""), setPerformanceCounter(nullptr), setMillisClock(nullptr), setTimeStamp(nullptr);
-        setLogSink(nullptr), setPerformanceCounterPresent(true), setProcessId({}), clearOverrides();
-        clearLoggerThresholds(), clearLogLevels(), fs::remove_all(m_root);
-    }
+    ~Performance() override { m_run.reset(), TarnPerformance::Terminate(); }
 
     // With a run that has one query, "q". Verbosity 0 without a threshold, 7, 3, 2, 1 for 10000, 20000, 30000, more.
     void Start(std::optional<int> threshold = 20000, const char* unitsPerSecond = "1000000000") {
@@ -61,17 +45,12 @@ protected:
         m_clock += ticks;
     }
 
-    static std::string Read(const std::string& path) {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
     // Ends run and instrumentation, and takes the file away. Each run is "name=total", then each component with its
     // time and, in brackets, its functions with time and calls, and its messages; then the queries in the same way.
-    std::string TakeRuns(const std::string& path = "/logs/Performance_S.xml") {
+    std::string TakeRuns(const std::string& path = "logs/Performance_S.xml") {
         m_run.reset(), TarnPerformance::Terminate();
-        std::string text = Read(m_root + path);
-        fs::remove(m_root + path);
+        std::string text = Bytes(path);
+        fs::remove(path);
         const auto show = [&text](const char* form, const char* shown) {
             text = std::regex_replace(text, std::regex(form), shown);
         };
@@ -83,7 +62,7 @@ protected:
     }
 
     std::unique_ptr<AQE_PerfData> m_run;
-    std::string m_root = testing::TempDir() + "brindle-XXXXXX", m_log;
+    std::string m_log;
     std::int64_t m_clock = 1000;
     I18NString m_stamp = "then";
 };
@@ -202,7 +181,7 @@ TEST_F(Performance, FileHoldsEveryRunAndItsSelfTimesToTheByte) {
     const I18NString path = TarnPerformance::GetFileName();
     m_run.reset(), TarnPerformance::Terminate();
     EXPECT_TRUE(TarnPerformance::GetFileName().empty());
-    EXPECT_EQ(Read(path.c_str()), Read(BRINDLE_TEST_SOURCE_DIR "/Tests/Engine/performance.xml"));
+    EXPECT_EQ(Bytes(path.c_str()), Bytes(BRINDLE_TEST_SOURCE_DIR "/Tests/Engine/performance.xml"));
 }
 
 TEST_F(Performance, VerbosityDecidesWhatARecordHolds) {
@@ -231,53 +210,23 @@ TEST_F(Performance, TimesAreInTheUnitOfTheSettings) {
 }
 
 TEST_F(Performance, ADirectoryThatCannotBeMadeLosesTheRecordsAlone) {
-    std::ofstream(m_root + "/file") << "a file";
-    for (const std::string& directory : {m_root + "/file/logs", m_root + std::string("/nul\0l", 6)}) {
+    Write("file", "a file");
+    for (const std::string& directory : {m_directory + "/file/logs", m_directory + std::string("/nul\0l", 6)}) {
         Start(), TarnPerformance::SetLogDir(I18NString(directory.data(), directory.size()));
         m_run = std::make_unique<AQE_PerfData>(), TarnPerformance::SetLogDir("../logs"); // too late
         EXPECT_EQ(TarnPerformance::GetFileName() + TakeRuns().c_str(), "");
     }
-    EXPECT_FALSE(fs::exists(m_root + "/nul"));
+    EXPECT_FALSE(fs::exists("nul"));
     EXPECT_EQ((Start(), TakeRuns()), "Report=0");
 }
 
 TEST_F(Performance, AFileIsOneThatDidNotStandAndEndsWithTheLibrary) {
-    const std::string name = "/bin/Performance_S", stem = m_root + name;
-    fs::create_directories(m_root + "/bin");
-    std::ofstream(stem + ".xml") << "mine";
-    fs::create_symlink(m_root + "/planted", stem + "1.xml");
+    Write("bin/Performance_S.xml", "mine");
+    fs::create_symlink(m_directory + "/planted", "bin/Performance_S1.xml");
     Start(), TarnPerformance::SetLogDir("."), delete new AQE_PerfData;
     Spend(0, 2, 0, 4), TarnPerformance::Terminate();
     EXPECT_EQ(TakeRuns(), "Report=4 =4( =4x1)") << "another file, and no names are left, nor the directory";
-    EXPECT_EQ(TakeRuns(name + "2.xml") + Read(stem + ".xml") + Read(m_root + "/planted"), "Report=0mine");
-}
-
-TEST_F(Performance, RunsOfManyThreadsStandWholeBesideEachOther) {
-    Start();
-    std::list<std::jthread> threads;
-    for (int first = 0; first < 8; ++first)
-        threads.emplace_back([first] {
-            for (int number = first; number < 8000; number += 8) {
-                const I18NString name = std::to_string(number % 50).c_str();
-                AQE_PerfData data;
-                data.SetRunNumber(number), data.SetReportContext(I18NString(U'x', number / 8), "", "");
-                const int query = data.RegisterQuery("q"), component = TarnPerformance::RegisterComponent(&data, name);
-                const int function = TarnPerformance::RegisterComponentFunction(&data, component, name);
-                const AQE_AutoPerformance outer(&data, query, component, function), inner(&data, query, 0, 0);
-            }
-        });
-    threads.clear(), TarnPerformance::Terminate();
-
-    ZBLIDOM_Document document = ZBLIDOM_DOMImplementation::getInstance().createDocument("", "", {});
-    ZBLIDOM_Parser(0).parse((m_root + "/logs/Performance_S.xml").c_str(), document);
-    const ZBLIDOM_NodeList records = document.getElementsByTagName("RP");
-    std::set<int> whole;
-    for (long i = 0; i < records.getLength(); ++i) {
-        const ZBLIDOM_Element record(records.item(i)), component(record.getElementsByTagName("C").item(0));
-        const int number = std::stoi(record.getAttribute("rN").c_str());
-        if (number % 50 == std::stoi(component.getAttribute("n").c_str())) whole.insert(number);
-    }
-    EXPECT_TRUE(records.getLength() == 8000 && whole.size() == 8000) << whole.size();
+    EXPECT_EQ(TakeRuns("bin/Performance_S2.xml") + Bytes("bin/Performance_S.xml") + Bytes("planted"), "Report=0mine");
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include <new>
 #include <random>
 #include <regex>
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 

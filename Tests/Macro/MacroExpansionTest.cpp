@@ -212,20 +212,12 @@ TEST(MacroFunctions, LaterOneOfANameReplacesTheEarlierAlsoInNestedTexts) {
     EXPECT_EQ(Expanded(expander, "#f('a','b')#", parameters), "a");
     EXPECT_EQ(Expanded(other, "#f()#", parameters), "QEException 1221 0x35ddd82c(\"f\") Source/QMMacroEvaluator:141");
 
-    struct AddingMap : AQU_ParameterMapApp {
-        AddingMap(AQM_I_MacroExpander& to, TestFunction& added)
-            : AQU_ParameterMapApp("late", 0), m_to(to), m_added(added) {}
-        using AQU_ParameterMapApp::Get;
-        int Get(const I18NString&, const I18NString&, I18NString& value) override {
-            m_to.AddFunction(&m_added);
-            value = "k";
-            return 1;
-        }
-        AQM_I_MacroExpander& m_to;
-        TestFunction& m_added;
-    } late(other, first);
-    parameters.Get()->AddParameterMap(&late);
-    EXPECT_EQ(Expanded(other, "#f($late{'k'})#", parameters), "f['k']") << "added in the middle of a run";
+    TestFunction adding("adding", [&](const AQM_MacroValueArray&) {
+        other.AddFunction(&first);
+        return new AQM_MacroValueString("k");
+    });
+    other.AddFunction(&adding);
+    EXPECT_EQ(Expanded(other, "#f(adding())#", parameters), "f['k']") << "added in the middle of a run";
 }
 
 // Start and end of block and comment, -1 for what isn't there.

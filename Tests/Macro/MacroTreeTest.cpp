@@ -1,11 +1,11 @@
-// The trees that the grammar builds, their walk, and the sets of parser objects that serve one run after the other.
-#include <atomic>
+// The trees that the grammar builds, their walk, the sets of parser objects that serve one run after the other, and
+// what the built-in functions say of themselves.
 #include <memory>
-#include <thread>
 
 #include "AQM_I_MacroExpander.h"
 #include "AQM_MacroExpr.h"
 
+#include "QMMacroBuiltIns.h"
 #include "QMMacroExpander.h"
 #include "QMMacroParserPool.h"
 #include "Support/FailingHeap.h"
@@ -135,24 +135,6 @@ TEST_F(ParserPool, GrowsToTheSetsInUseAtOnceAndGivesOutTheFirst) {
     EXPECT_EQ(QMX_CountPooledSets(), 0U) << "a set that comes back late is freed";
 }
 
-TEST_F(ParserPool, ServesSeveralThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    std::atomic<int> successes = 0;
-    for (int id = 0; id < 4; ++id)
-        threads.emplace_back([id, &successes] {
-            AQM_I_MacroExpander expander;
-            for (int i = 0; i < 200; ++i) {
-                const std::string text = std::to_string(id * 1000 + i);
-                successes += expander.Expand(("<#'" + text + "'#>").c_str(), nullptr) == ("<" + text + ">").c_str();
-                successes += FailureOf([&] { expander.Expand("#$#", nullptr); }).find("@4") != std::string::npos;
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(successes, 4 * 200 * 2);
-    EXPECT_LE(QMX_CountPooledSets(), threads.size());
-}
-
 TEST(MacroSymbols, GiveTheirMemoryBackAfterALongOneOrMany) {
     const long before = blocksInUse;
     QMX_SymbolTable symbols;
@@ -172,6 +154,20 @@ TEST(ParserErrors, CodesOfTheRuntimeHaveAMessageOfTheirOwn) {
     set.input.SetTokenEnd(4);
     EXPECT_EQ(FailureOf([&] { set.error.yy_err_report(0x191); }),
               "QEExceptionExtended 901 0x35da12be(401) @4 Source/QUYyError:293");
+}
+
+TEST(MacroBuiltIns, StandInTheOrderOfTheirRegistration) {
+    std::string table;
+    for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions()) {
+        std::vector<int> types{0};
+        function->GetParameterTypes(types);
+        table += function->GetName().c_str() + std::string("(");
+        for (const int type : types)
+            table += std::to_string(type);
+        table += ")" + std::to_string(function->GetReturnType()) + " ";
+    }
+    EXPECT_EQ(table, "sq(01)1 dq(01)1 sb(01)1 csv(02)1 array(01)2 sort(02)2 grep(012)2 substitute(0112)2 unique(02)2 "
+                     "split(012)2 join(012)1 urlencode(01)1 ");
 }
 
 } // namespace

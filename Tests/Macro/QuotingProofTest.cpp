@@ -3,7 +3,7 @@
 #include <random>
 #include <set>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include "AQE_TextUtilities.h"
@@ -11,11 +11,13 @@
 
 #include "Support/FailureCheck.h"
 #include "Support/Parameters.h"
+#include "Support/Rows.h"
 
 namespace {
 
 using Texts = std::vector<std::string>;
 using namespace brindle_test;
+using testing::ElementsAreArray;
 
 constexpr unsigned kBatches = 50;
 constexpr std::size_t kTextsInBatch = 500;
@@ -70,12 +72,6 @@ private:
     sqlite3* m_database = nullptr;
 };
 
-void ExpectSame(const Texts& actual, const Texts& expected, const std::string& what) {
-    ASSERT_EQ(actual.size(), expected.size()) << what;
-    for (std::size_t i = 0; i < actual.size(); ++i)
-        ASSERT_EQ(actual[i], expected[i]) << what << ", text " << i;
-}
-
 // The text as a block of the macro language that yields it.
 std::string AsBlock(std::string text) {
     for (std::size_t at = text.find('\''); at != std::string::npos; at = text.find('\'', at + 2))
@@ -107,9 +103,9 @@ TEST(QuotingProof, SingleTextsComeBack) {
             blocks += isBlock;
             parameters.Set("t" + std::to_string(i), (isBlock ? AsBlock(texts[i]) : texts[i]).c_str());
         }
-        const std::string what = "seed " + std::to_string(seed);
-        ExpectSame(database.Run(expander.Expand(values.c_str(), parameters.Get())), texts, what + ", sq");
-        ExpectSame(database.Run(expander.Expand(names.c_str(), parameters.Get()), true), texts, what + ", dq");
+        EXPECT_THAT(database.Run(expander.Expand(values.c_str(), parameters.Get())), ElementsAreArray(texts)) << seed;
+        EXPECT_THAT(database.Run(expander.Expand(names.c_str(), parameters.Get()), true), ElementsAreArray(texts))
+            << seed;
         if (HasFailure()) break;
     }
     EXPECT_GT(blocks, 50);
@@ -138,8 +134,9 @@ TEST(QuotingProof, ListsComeBack) {
 
         const auto expect = [&](const Texts& expected, const char* statement) {
             const bool wantNames = std::string_view(statement).find(" as ") < 12;
-            ExpectSame(database.Run(expander.Expand(statement, parameters.Get()), wantNames), expected,
-                       "seed " + std::to_string(seed) + ", " + statement);
+            EXPECT_THAT(database.Run(expander.Expand(statement, parameters.Get()), wantNames),
+                        ElementsAreArray(expected))
+                << "seed " << seed << ", " << statement;
         };
         expect(texts, "select #csv(@list)#");
         expect(texts, "select 1 as #csv(@list, ', 1 as ', '\"')#");
@@ -157,30 +154,20 @@ TEST(QuotingProof, ListsComeBack) {
 // The line between a text and a block: what a parameter holds is executed before a function sees it if white space
 // aside it begins with one '#' and ends with another; the values of a list are not.
 TEST(QuotingProof, TextThatIsABlockAsAWholeIsExecutedFirst) {
-    const char* const rows[][2] = {
-        {"#$o#", "'it''s'"},
-        {"#'x'#", "'x'"},
-        {"#no block", "'#no block'"},
-        {"no block#", "'no block#'"},
-        {"x #$o#", "'x #$o#'"},
-        {" #$o#\n", "' it''s\n'"},
-        {"#'a'# or #$o#", "'a or it''s'"},
-        {"##", "''"},
-        {"#", "'#'"},
-        {"'#$o#'", "'''#$o#'''"},
-        {"#'#$o#'#", "'#$o#'"},
-        {"#sq($o)#", "'''it''''s'''"},
-        {"#$o# # #$o#", "QEExceptionExtended 901 0x35df687a(12, \"#$o# # #$o#\") @12 macro Source/QUYyError:251"}};
     AQM_I_MacroExpander expander;
-    for (const auto& [value, expected] : rows) {
-        const Parameters parameters{{"value", value}, {"o", "it's"}};
+    const auto quoted = [&expander](const std::string& value) {
+        const Parameters parameters{{"value", value.c_str()}, {"o", "it's"}};
         std::string result;
         const std::string failure =
             FailureOf([&] { result = expander.Expand("#sq($value)#", parameters.Get()).bytes(); });
-        EXPECT_EQ(failure == "nothing thrown" ? result : failure, expected) << value;
         const std::string list(expander.Expand("#csv(@value)#", parameters.Get()).bytes());
-        EXPECT_EQ(list, "'" + std::string(AQE_SearchAndReplace(value, "'", "''").bytes()) + "'") << value;
-    }
+        EXPECT_EQ(list, "'" + std::string(AQE_SearchAndReplace(value.c_str(), "'", "''").bytes()) + "'") << value;
+        return failure == "nothing thrown" ? result : failure;
+    };
+    CheckRows(quoted, "#$o# -> 'it''s'", "#'x'# -> 'x'", "#no block -> '#no block'", "no block# -> 'no block#'",
+              "x #$o# -> 'x #$o#'", " #$o#\n -> ' it''s\n'", "#'a'# or #$o# -> 'a or it''s'", "## -> ''", "# -> '#'",
+              "'#$o#' -> '''#$o#'''", "#'#$o#'# -> '#$o#'", "#sq($o)# -> '''it''''s'''",
+              "#$o# # #$o# -> QEExceptionExtended 901 0x35df687a(12, \"#$o# # #$o#\") @12 macro Source/QUYyError:251");
     const Parameters parameters{{"value", "#$o"}, {"value", "#"}, {"o", "it's"}};
     EXPECT_EQ(expander.Expand("#sq(join('', @value))#", parameters.Get()), "'it''s'");
     EXPECT_EQ(expander.Expand("#csv(@value, '', '#')#", parameters.Get()), "it's");

@@ -1,13 +1,13 @@
 #include <array>
 #include <functional>
-#include <string>
 
 #include <gtest/gtest.h>
 
 #include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
-#include "ZBLIDOM/ZBLIDOM_Exception.h"
 #include "ZBLIDOM/ZBLIDOM_Helper.h"
 #include "ZBLIDOM/ZBLIDOM_Parser.h"
+
+#include "Support/FailureCheck.h"
 
 namespace {
 
@@ -72,12 +72,8 @@ TEST(DocumentTree, RefusedChangesThrowAndLeaveTheTree) {
         {[&] { empty.appendChild(empty.createTextNode("t")); }, onlyElement},
         {[&] { ZBLIDOM_Element().setAttribute("n", "v"); }, "a null node cannot be changed"}};
     for (const auto& [change, message] : rows) {
-        try {
-            change();
-            ADD_FAILURE() << message;
-        } catch (const ZBLIDOM_Exception& e) {
-            EXPECT_EQ(message.c_str(), e.getMessage());
-        }
+        EXPECT_TRUE(
+            brindle_test::FailureOf(change).starts_with("ZBLIDOM_Exception -1 [text]" + message + " Platform/"));
         EXPECT_EQ("<r><a><b>t</b></a></r>", xml(document)) << message;
     }
     EXPECT_EQ(r, document.appendChild(r)) << "the document element may be appended again";

@@ -6,22 +6,22 @@
 #include "ZBLCore/ZBLFmDir.h"
 #include "ZBLCore/ZBLFmFile64.h"
 
-#include "Platform/FileFixture.h"
+#include "Support/Directory.h"
 
 namespace {
 
-using FileTest = FileFixture;
+struct FileTest : testing::Test, brindle_test::Directory {};
 
 TEST_F(FileTest, KindsDecideWhatBecomesOfTheFile) {
     Write("old", "abc");
     ZBLFmFile64 file;
     EXPECT_TRUE(file.Open(Path("old"), 1, false) == 0 && file.Open(Path("old"), 4, false) == 0);
-    EXPECT_TRUE(file.Open(Path("new"), 3, true) == 0 && !std::filesystem::exists(m_directory + "/new"));
-    EXPECT_TRUE(file.Open(Path("new"), 3, false) != 0 && std::filesystem::exists(m_directory + "/new"));
+    EXPECT_TRUE(file.Open(Path("new"), 3, true) == 0 && !std::filesystem::exists("new"));
+    EXPECT_TRUE(file.Open(Path("new"), 3, false) != 0 && std::filesystem::exists("new"));
     EXPECT_TRUE(file.Open(Path("old"), 3, true) != 0 && file.Write("x", 1) == 0 && Bytes("old") == "abc");
     EXPECT_TRUE(file.Open(Path("old"), 2, true) != 0 && file.Write("x", 1) == 0 && Bytes("old") == "");
 
-    ASSERT_EQ(mkfifo((m_directory + "/pipe").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
     I18NString zero = Path("old");
     zero.append(I18NCodePoint{0});
     for (const I18NString& name :
@@ -45,22 +45,21 @@ TEST_F(FileTest, ThePositionMovesWithin64Bits) {
     EXPECT_TRUE(readAt(-5, -1, 1) == "refused" && readAt(0, 0, 3) == "refused" && readAt(0, 0, 1) == "ef");
     EXPECT_EQ(readAt(-1, 0, 0), "") << "4 GiB less one byte";
     EXPECT_TRUE(file.Write("z", 1) == 1 && file.Close() != 0 && file.Close() == 0);
-    EXPECT_EQ(std::filesystem::file_size(m_directory + "/f"), 0x100000000u);
+    EXPECT_EQ(std::filesystem::file_size("f"), 0x100000000u);
 }
 
 TEST_F(FileTest, DirectoriesListTheirRegularFilesInOrder) {
     for (const char* const name : {"b", "a", "\xC3\xA9", "B", "\xFF", ".hidden"})
         Write(name, "");
-    std::filesystem::create_directory(m_directory + "/sub");
-    for (const auto& [target, link] : {std::pair("a", "/link"), {"sub", "/linked-sub"}, {"none", "/dangling"}})
-        std::filesystem::create_symlink(target, m_directory + link);
+    std::filesystem::create_directory("sub");
+    for (const auto& [target, link] : {std::pair("a", "link"), {"sub", "linked-sub"}, {"none", "dangling"}})
+        std::filesystem::create_symlink(target, link);
     std::vector<I18NString> names{"z"};
     EXPECT_TRUE(ZBLFmDir::readDir(Path(""), names) && !ZBLFmDir::readDir(Path("a"), names));
     EXPECT_EQ(names, (std::vector<I18NString>{"z", ".hidden", "B", "a", "b", "link", "\xC3\xA9"}));
     brindle_platform::setProgramDirectory(Path("sub"));
     EXPECT_EQ(ZBLFmDir::resolveEffectivePath("x.so"), Path("sub/x.so"));
     EXPECT_EQ(ZBLFmDir::resolveEffectivePath("/x.so"), I18NString("/x.so"));
-    brindle_platform::setProgramDirectory("");
 }
 
 } // namespace

@@ -5,10 +5,7 @@
 #include <ios>
 #include <random>
 #include <stdexcept>
-#include <string>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 

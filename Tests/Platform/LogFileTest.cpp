@@ -1,46 +1,22 @@
 // The log: levels, parameters in texts, both ends of a scope, failing and re-entered sinks, the form of the file.
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <new>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include <unistd.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Mortise/AUT_I_LogFile.h"
 #include "Mortise/AUT_LogException.h"
-#include "PlatformHooks.h"
 #include "ZBLCore/ZBLException.h"
+
+#include "Support/Directory.h"
+#include "Support/LogLines.h"
 
 namespace {
 
 using brindle_platform::LogRecord;
 using testing::ElementsAre;
 
-class LogFile : public testing::Test {
-protected:
-    LogFile() {
-        brindle_platform::setUserConfigurationFile("/dev/null");
-        brindle_platform::setLogSink([this](const LogRecord& record) {
-            I18NString line = record.name + "|" + std::to_string(record.level).c_str() + "|";
-            if (record.audit) line += (record.entry ? "ENTER|" : "EXIT|") + record.tag1 + "|" + record.tag2 + "|";
-            m_lines.emplace_back((line + record.text).bytes());
-        });
-    }
-    ~LogFile() override {
-        brindle_platform::setLogSink(nullptr);
-        brindle_platform::clearLogLevels();
-        brindle_platform::clearOverrides();
-        brindle_platform::setUserConfigurationFile("");
-    }
-
-    std::vector<std::string> m_lines;
+struct LogFile : testing::Test, brindle_test::Directory, brindle_test::LogLines {
+    LogFile() { brindle_platform::setUserConfigurationFile("/dev/null"); }
 };
 
 AUT_I_LogFile::ELogLevel level(int value) { return static_cast<AUT_I_LogFile::ELogLevel>(value); }
@@ -58,7 +34,7 @@ TEST_F(LogFile, RecordsUpToTheLevelOfTheirEntryAreWritten) {
         log->Log(level(value), "t");
         log->AuditLog(level(value), value > 0, "x", "y", "%1");
     }
-    EXPECT_THAT(m_lines, ElementsAre("A|-1|t", "A|-1|EXIT|x|y|%1", "A|17|t", "A|17|ENTER|x|y|%1"));
+    EXPECT_THAT(m_lines, ElementsAre("A -1 t", "A -1 EXIT x/y %1", "A 17 t", "A 17 ENTER x/y %1"));
 }
 
 TEST_F(LogFile, EachFormPutsItsParametersInAndAScopeLogsAtBothEnds) {
@@ -74,9 +50,9 @@ TEST_F(LogFile, EachFormPutsItsParametersInAndAScopeLogsAtBothEnds) {
         AUT_I_LogFile::Create("E", one, "%4", "%5", "1", "2", "3", "4")->Log(level(2), "%1");
     }
     EXPECT_THAT(m_lines,
-                ElementsAre("E|1|ba %3", "E|1|c [%3]",
-                            "E|1|16 10 2 [1] [3] [4] [5] [6] [7] [8] [9] [11] [12] [13] [14] [15]", "E|3|in a [b]",
-                            "E|1|4 [1] [2] [3]", "E|2|%1", "E|1|%5 [1] [2] [3] [4]", "E|3|out a b"));
+                ElementsAre("E 1 ba %3", "E 1 c [%3]",
+                            "E 1 16 10 2 [1] [3] [4] [5] [6] [7] [8] [9] [11] [12] [13] [14] [15]", "E 3 in a [b]",
+                            "E 1 4 [1] [2] [3]", "E 2 %1", "E 1 %5 [1] [2] [3] [4]", "E 3 out a b"));
 }
 
 TEST_F(LogFile, ASinkMayFailLogAndReplaceItself) {
@@ -107,9 +83,9 @@ struct CountingFailure : ZBLException {
 TEST_F(LogFile, TheFileGrowsByLinesThatNoTextCanForge) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     // The process of the statement inherits the name that this one has chosen.
-    ::setenv("BRINDLE_TEST_LOG", (testing::TempDir() + "brindle-log-" + std::to_string(::getpid())).c_str(), 0);
+    ::setenv("BRINDLE_TEST_LOG", Path("log").c_str(), 0);
     const char* const path = std::getenv("BRINDLE_TEST_LOG");
-    std::ofstream(path, std::ios::trunc) << "old\n";
+    Write(path, "old\n");
     EXPECT_EXIT(
         {
             ::setenv("BRINDLE_LOG", path, 1);
@@ -122,14 +98,11 @@ TEST_F(LogFile, TheFileGrowsByLinesThatNoTextCanForge) {
             std::_Exit(0);
         },
         testing::ExitedWithCode(0), "^$");
-    std::ifstream file(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
     const std::string head =
         "[0-9]{4}(-[0-9]{2}){2}T[0-9]{2}(:[0-9]{2}){2}[.][0-9]{3}Z\t[1-9][0-9]*\t[1-9][0-9]*\tE\\\\x0a\\\\x09\\\\x7f\t";
     const std::string lines[] = {"-1\ta\n\tb\\\\x0d\\\\x09\\\\x01\\\\x80\\\\x9f\u00A0é\U0001F600\n",
                                  "3\tENTER\tg\\\\x0ah\ti\\\\x09j\tk\n\t\n\tl\n", "3\tEXIT\t\t\t\\\\x00\n"};
-    EXPECT_THAT(content, testing::MatchesRegex("old\n" + head + lines[0] + head + lines[1] + head + lines[2]));
-    std::filesystem::remove(path);
+    EXPECT_THAT(Bytes(path), testing::MatchesRegex("old\n" + head + lines[0] + head + lines[1] + head + lines[2]));
 }
 
 TEST_F(LogFile, TheTargetMayBeStandardErrorOrFailAndWithoutOneNothingIsFormatted) {

@@ -1,42 +1,26 @@
 // How a number and its parameters become a sentence: place holders, catalogue files and where and in which order they
 // are sought, and the catalogues that ship.
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <limits>
-#include <string>
 #include <thread>
 #include <tuple>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "PlatformHooks.h"
 #include "ZBLCore/ZBLMessage.h"
+
+#include "Support/Directory.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 constexpr unsigned long kMaxNumber = std::numeric_limits<unsigned long>::max();
 
-// An installation of its own in a temporary directory, in force as long as the object lives.
-struct Installation {
-    fs::path root = fs::temp_directory_path() / "brindle-message-XXXXXX", messages;
-
-    Installation() {
-        std::string pattern = root.string();
-        root = ::mkdtemp(pattern.data());
-        messages = root / "configuration/messages";
-        fs::create_directories(messages);
-        brindle_platform::setProgramDirectory(I18NString((root / "bin").c_str()));
-    }
-    ~Installation() {
-        brindle_platform::setProgramDirectory(I18NString());
-        fs::remove_all(root);
-    }
+// An installation of its own.
+struct Message : testing::Test, brindle_test::Directory {
+    Message() { brindle_platform::setProgramDirectory(Path("bin")); }
     void write(const std::string& name, const std::string& content) const {
-        std::ofstream(messages / (name + ".txt"), std::ios::binary) << content;
+        Write("configuration/messages/" + name + ".txt", content);
     }
 };
 
@@ -48,8 +32,7 @@ std::string formatted(const std::string& file, unsigned long number, const std::
     return std::string(message.format(locale).bytes());
 }
 
-TEST(Message, Parameters) {
-    const Installation installation;
+TEST_F(Message, Parameters) {
     std::vector<ZBLMessageParm> many;
     for (const char letter : std::string("123456789abcdefgh"))
         many.emplace_back(I18NString(&letter, 1));
@@ -67,20 +50,19 @@ TEST(Message, Parameters) {
     for (const auto& row : rows) {
         const auto& [pattern, parameters, expected] = row;
         const std::string file = "file" + std::to_string(&row - rows);
-        installation.write(file + "_en", std::string("1\t") + pattern);
+        write(file + "_en", std::string("1\t") + pattern);
         const std::string text = formatted(file, 1, parameters);
         EXPECT_TRUE(text == expected) << pattern << " gave " << text.substr(0, 200);
     }
     EXPECT_EQ(formatted("qemsgs", 0x35DF687A, {4, "#$#"}), "qemsgs 0x35df687a (4, \"#$#\")");
 }
 
-TEST(Message, LinesOfACatalogue) {
-    const Installation installation;
-    installation.write("lines_en", "\xEF\xBB\xBF"
-                                   "1\tfirst line\r\n# 2\tcomment\n\n0x3\ta\\tb\\nc\\\\nd\\q\\\r\n4\tearlier\n"
-                                   " 5\tblank\n-5\tsign\n5x\trest\n0x\tnone\n\tempty\n5 no tab\n"
-                                   "18446744073709551616\ttoo great\n0XfFfFfFfFfFfFfFfF\tgreatest\n"
-                                   "4\tlater\n7\t\n8\tb\xFF\n9\tlast line");
+TEST_F(Message, LinesOfACatalogue) {
+    write("lines_en", "\xEF\xBB\xBF"
+                      "1\tfirst line\r\n# 2\tcomment\n\n0x3\ta\\tb\\nc\\\\nd\\q\\\r\n4\tearlier\n"
+                      " 5\tblank\n-5\tsign\n5x\trest\n0x\tnone\n\tempty\n5 no tab\n"
+                      "18446744073709551616\ttoo great\n0XfFfFfFfFfFfFfFfF\tgreatest\n"
+                      "4\tlater\n7\t\n8\tb\xFF\n9\tlast line");
     const std::pair<unsigned long, const char*> rows[] = {
         {1, "first line"}, {2, "lines 0x2"}, {3, "a\tb\nc\\nd\\q\\"}, {4, "later"},     {5, "lines 0x5"},
         {7, ""},           {0, "lines 0x0"}, {8, "b\xEF\xBF\xBD"},    {9, "last line"}, {kMaxNumber, "greatest"}};
@@ -88,15 +70,15 @@ TEST(Message, LinesOfACatalogue) {
         EXPECT_EQ(formatted("lines", number), expected) << number;
 }
 
-TEST(Message, LocaleThenLanguageThenEnglish) {
-    const Installation installation;
-    installation.write("loc_en", "1\ten\n2\ten\n3\ten\n");
-    installation.write("loc_de", "1\tde\n2\tde\n");
-    installation.write("loc_de-at", "1\tde-at\n");
-    installation.write("only_fr", "1\tfr\n");
-    installation.write("x_en", "1\toutside\n");
-    for (const char* name : {"loc_pt.txt", "loc_.."})
-        fs::create_directories(installation.messages / name);
+TEST_F(Message, LocaleThenLanguageThenEnglish) {
+    for (const auto& [name, content] : {std::pair("loc_en", "1\ten\n2\ten\n3\ten\n"),
+                                        {"loc_de", "1\tde\n2\tde\n"},
+                                        {"loc_de-at", "1\tde-at\n"},
+                                        {"only_fr", "1\tfr\n"},
+                                        {"x_en", "1\toutside\n"},
+                                        {"loc_pt.txt/", "a directory"},
+                                        {"loc_../", "a directory"}})
+        write(name, content);
     const std::tuple<const char*, unsigned long, const char*> rows[] = {
         {"de-at", 1, "de-at"}, {"de-at", 2, "de"}, {"de-at", 3, "en"}, {"de-at", 4, "loc 0x4"}, {"de_CH", 2, "de"},
         {"sv", 1, "en"},       {"", 1, "en"},      {"pt", 1, "en"},    {"/../x_en", 1, "en"},   {"-", 1, "en"}};
@@ -105,22 +87,20 @@ TEST(Message, LocaleThenLanguageThenEnglish) {
     EXPECT_EQ(formatted("only", 1, {}, "fr-ca"), "fr");
 }
 
-TEST(Message, FilesThatAreNotReadAndOneBehindThem) {
-    const Installation installation;
+TEST_F(Message, FilesThatAreNotReadAndOneBehindThem) {
     const std::string longest(64, 'a');
-    installation.write("huge_en", "1\thuge\n" + std::string(std::size_t{16} << 20, '\n'));
+    write("huge_en", "1\thuge\n" + std::string(std::size_t{16} << 20, '\n'));
     EXPECT_EQ(formatted("huge", 1), "huge 0x1");
     for (const std::string& name : {std::string("../outside"), longest + "a", std::string("a.b"), std::string()}) {
-        installation.write(name + "_en", "1\topened\n");
+        write(name + "_en", "1\topened\n");
         EXPECT_EQ(formatted(name, 1), name + " 0x1");
     }
     for (int number = 0; number < 300; ++number)
         formatted("none" + std::to_string(number), 1);
-    installation.write(longest + "_en", "1\tfound\n");
+    write(longest + "_en", "1\tfound\n");
     const auto check = [&longest] { EXPECT_EQ(formatted(longest, 1), "found"); };
-    std::thread other(check);
+    const std::jthread other(check);
     check();
-    other.join();
 }
 
 std::string placeFor(std::string_view directory) {
@@ -128,29 +108,26 @@ std::string placeFor(std::string_view directory) {
     return formatted("place", 1);
 }
 
-TEST(ProgramDirectory, HookThenEnvironmentResolvedInTheText) {
-    using namespace std::string_literals;
+TEST_F(Message, ProgramDirectoryIsTheHooksThenTheEnvironmentsResolvedInTheText) {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // the statement runs in a process that has read nothing yet
-    const Installation installation;
-    installation.write("place_en", "1\tit\n");
+    write("place_en", "1\tit\n");
     const auto check = [&] {
-        ::setenv("BRINDLE_HOME", installation.root.c_str(), 1);
+        ::setenv("BRINDLE_HOME", m_directory.c_str(), 1);
         const bool passed = placeFor("") == "it" && placeFor("/none") == "place 0x1";
-        fs::remove_all(installation.root);
+        std::filesystem::remove_all(m_directory);
         std::_Exit(passed ? 0 : 1);
     };
     EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
 
-    const std::string base = installation.root.string();
-    fs::current_path(base);
+    const std::string base = m_directory;
     const std::pair<std::string, const char*> rows[] = {
         {base + "//none/./../bin//", "it"},
-        {"../" + installation.root.filename().string() + "/x", "it"},
+        {"../" + std::filesystem::path(base).filename().string() + "/x", "it"},
         {base + "/configuration/messages/place_en.txt\0/bin"s, "place 0x1"},
         {"bin", "it"}};
     for (const auto& [directory, expected] : rows)
         EXPECT_EQ(placeFor(directory), expected) << directory;
-    fs::current_path("/"); // what was set stays where it was
+    std::filesystem::current_path("/"); // what was set stays where it was
     EXPECT_EQ(formatted("place", 1), "it");
 }
 

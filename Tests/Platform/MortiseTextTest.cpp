@@ -1,12 +1,5 @@
 // Text services: case mapping, comparison without case, numbers, literals, place holders, texts by number, directories.
 #include <climits>
-#include <cstddef>
-#include <cstdint>
-#include <filesystem>
-#include <initializer_list>
-#include <string>
-
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -14,7 +7,8 @@
 #include "Mortise/AUT_Library.h"
 #include "Mortise/AUT_Resource.h"
 #include "Mortise/AUT_Text.h"
-#include "PlatformHooks.h"
+
+#include "Support/Directory.h"
 
 namespace {
 
@@ -77,14 +71,13 @@ TEST(MortiseLibrary, ATextWithoutACatalogueShowsFileAndNumberAndTheHookDecidesOn
 }
 
 TEST(MortiseFileSupport, DirectoriesAreMadeWithTheirParents) {
-    const std::string root = testing::TempDir() + "brindle-directories-" + std::to_string(::getpid()) + "/";
-    const auto at = [&root](const char* name) { return I18NString((root + name).c_str()); };
+    const brindle_test::Directory directory;
+    const auto at = [&directory](const char* name) { return directory.Path(name); };
     for (const char* name : {"a/é/c", "a/é/c", "b/d/"})
         EXPECT_TRUE(AUT_I_FileSupport::MakeDirectory(at(name)) && AUT_I_FileSupport::DirectoryExists(at(name)));
-    std::filesystem::create_symlink(root + "nowhere", root + "broken");
+    std::filesystem::create_symlink("nowhere", "broken");
     for (const I18NString& refused : {at("broken"), at("broken/x"), I18NString(), at("z") + I18NString("\0/y", 3)})
         EXPECT_FALSE(AUT_I_FileSupport::MakeDirectory(refused) || AUT_I_FileSupport::DirectoryExists(refused));
-    std::filesystem::remove_all(root);
 }
 
 } // namespace

@@ -1,18 +1,14 @@
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
-#include <string>
 
 #include <gtest/gtest.h>
 
-#include "PlatformHooks.h"
 #include "PlatformOs.h"
 #include "ZBLCore/ZBLUtSystemInfo.h"
 
-namespace {
+#include "Support/Directory.h"
 
-namespace fs = std::filesystem;
+namespace {
 
 TEST(OperatingSystem, TimeStampsOfBothFormsAreOfNow) {
     for (const auto& [form, pattern, rest] : {std::tuple(0, "%Y%m%dT%H%M%SZ", 0), {1, "%Y-%m-%dT%H:%M:%S.", 4}}) {
@@ -35,21 +31,19 @@ TEST(OperatingSystem, BiasIsThatOfStandardTimeOnEitherSideOfTheEquator) {
 }
 
 TEST(OperatingSystem, ModulesAreFoundByPathAlone) {
-    std::string root = testing::TempDir() + "brindle-XXXXXX", found;
-    ASSERT_NE(mkdtemp(root.data()), nullptr);
-    for (const char* const name : {"/libprefixed.so", "/plain.so", "/own.dll", "/libm.so.6"})
-        fs::copy(BRINDLE_CRYPTO_STAND_IN, root + name);
-    std::ofstream(root + "/own.so") << "must not be tried";
+    const brindle_test::Directory directory;
+    std::string found;
+    for (const char* const name : {"libprefixed.so", "plain.so", "own.dll", "libm.so.6"})
+        std::filesystem::copy(BRINDLE_CRYPTO_STAND_IN, name);
+    directory.Write("own.so", "must not be tried");
     for (const char* const name : {"/plain.dll", "/plain.DLL", "/prefixed.dll", "/plain.so", "/own.dll", "/plain",
                                    "/plain.dl", "/.dll", "/prefixed.so", "/own.so", ""}) {
-        HMODULE const module = LoadLibraryExA((root + name).c_str(), nullptr, 8);
+        HMODULE const module = LoadLibraryExA((directory.m_directory + name).c_str(), nullptr, 8);
         if (GetProcAddress(module, "KSM_Poll") != nullptr && FreeLibrary(module) != 0) found += name;
     }
     EXPECT_EQ(found, "/plain.dll/plain.DLL/prefixed.dll/plain.so/own.dll");
-    fs::current_path(root);
     EXPECT_EQ(LoadLibraryExA("libm.so.6", nullptr, 8), nullptr) << "no directories are searched";
     EXPECT_TRUE(_access("plain.so", 4) == 0 && _access(".", 4) == 0 && _access("absent", 4) == -1);
-    fs::current_path("/"), fs::remove_all(root);
 }
 
 } // namespace

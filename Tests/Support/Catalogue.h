@@ -3,22 +3,15 @@
 //     TestCatalogue catalogue;
 //     catalogue.Fill("<function><id>abs</id></function>", {{"en-us", R"(<string id="abs">Absolute</string>)"}});
 //
-// Files may be written until the catalogue is first used. Log records up to level 7 are collected as lines "entry level
-// text"; a text by number shows as "QE 0x35d90b2c [parameter]...".
+// Files may be written until the catalogue is first used. Log records up to level 7 are collected; a text by number
+// shows as "QE 0x35d90b2c [parameter]...".
 #pragma once
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "PlatformHooks.h"
 
 #include "AQF_I_FunctionNode.h"
 #include "AQF_Initialize.h"
+
+#include "Support/Directory.h"
+#include "Support/LogLines.h"
 
 namespace brindle_test {
 
@@ -26,35 +19,21 @@ class TestCatalogue {
 public:
     // Locales with their `string` elements.
     using Texts = std::vector<std::pair<std::string, std::string>>;
-    using Lines = std::vector<std::string>;
 
-    TestCatalogue() : m_home(std::filesystem::temp_directory_path() / "brindle-XXXXXX") {
-        if (mkdtemp(m_home.data()) == nullptr) throw std::runtime_error("no directory");
+    TestCatalogue() {
         std::filesystem::create_directories(Folder());
-        brindle_platform::setProgramDirectory((m_home + "/bin").c_str());
+        brindle_platform::setProgramDirectory(m_home.Path("bin"));
         AQF_Initialize("test");
-        // Set late, so that the start's own records aren't among the lines.
-        brindle_platform::setLogSink([this](const brindle_platform::LogRecord& record) {
-            m_log.push_back((record.name + " ").c_str() + std::to_string(record.level) + " " + record.text.c_str());
-        });
+        TakeLog(); // the start's own records
         for (const char* const entry : {"QueryEngine", "FDS"})
             brindle_platform::setLogLevel(entry, 7);
     }
-    ~TestCatalogue() {
-        brindle_platform::setLogSink(nullptr);
-        brindle_platform::clearLogLevels();
-        AQF_Terminate("test");
-        brindle_platform::setProgramDirectory("");
-        RemoveFiles();
-    }
-    TestCatalogue(const TestCatalogue&) = delete;
-    TestCatalogue& operator=(const TestCatalogue&) = delete;
+    ~TestCatalogue() { AQF_Terminate("test"); }
 
-    std::string Folder() const { return m_home + "/configuration/functions"; }
-    void RemoveFiles() const { std::filesystem::remove_all(m_home); }
-
+    std::string Folder() const { return m_home.m_directory + "/configuration/functions"; }
+    void RemoveFiles() const { std::filesystem::remove_all(m_home.m_directory); }
     void Write(const std::string& file, const std::string& content) const {
-        std::ofstream(Folder() + "/" + file) << content;
+        m_home.Write(Folder() + "/" + file, content);
     }
 
     // The main file list with one definition file and one string file for each locale.
@@ -69,11 +48,11 @@ public:
     }
 
     // What was logged since the last call.
-    Lines TakeLog() { return std::exchange(m_log, {}); }
+    Lines TakeLog() { return m_log.Take(); }
 
 private:
-    std::string m_home;
-    Lines m_log;
+    const Directory m_home;
+    LogLines m_log;
 };
 
 // The ids, a blank between two.

@@ -15,7 +15,12 @@ TEST_F(ToolTest, WrongUsageHasStatusTwoAndOneLine) {
            refused({"expand", "-p", "=x"}, "-p: expected NAME=VALUE, found '=x'; see 'brindle expand"),
            refused({"blocks", "-m", "m=:k"}, "-m: expected MAP:KEY=VALUE, found 'm=:k'; see 'brindle blocks"),
            refused({"name", "physical"}, "TEXT is required; see 'brindle name"),
-           refused({"name", "frob", "a"}, "RULE: frob not in {physical,object,split,identifier}; see 'brindle name")});
+           refused({"name", "frob", "a"},
+                   "RULE: expected physical, object, split or identifier, found 'frob'; see 'brindle name"),
+           refused({"query", "--format"}, "--format: expected FORMAT, found nothing; see 'brindle query"),
+           refused({"csv", "a.csv", "--to", "-"}, "--to: expected a file, found '-'; see 'brindle csv"),
+           refused({"functions", "--property", "x"},
+                   "--property: only show answers properties; see 'brindle functions")});
 }
 
 TEST_F(ToolTest, FilesThatCannotBeReadAreNamed) {
@@ -23,11 +28,11 @@ TEST_F(ToolTest, FilesThatCannotBeReadAreNamed) {
     const std::string missing = "cannot open the file: No such file or directory\n";
     Check({{{"blocks", "--params", "no.json"}, "", {1, "", "no.json: " + missing}},
            {{"expand", "--params", "-"}, "{}", {1, "", "-: standard input is asked for twice\n"}},
-           {{"check", "no.sql", "-", "folder", "a\x1b\nb"},
+           {{"check", "no.sql", "-", "folder", "", "a\x1b\nb"},
             "#",
             {1, "",
              "no.sql: " + missing + "-:1:1: the text ends inside a macro block\n#\n^\n" +
-                 "folder: cannot read the file: Is a directory\na\xEF\xBF\xBD b: " + missing}}});
+                 "folder: cannot read the file: Is a directory\n'': " + missing + "a\xEF\xBF\xBD b: " + missing}}});
 }
 
 TEST_F(ToolTest, OutputThatCannotBeWrittenIsAFailure) {
@@ -38,6 +43,10 @@ TEST_F(ToolTest, OutputThatCannotBeWrittenIsAFailure) {
         const ProcessResult expected{1, "", "brindle: cannot write to standard output" + full};
         EXPECT_EQ(RunProcess(request), expected) << argument;
     }
+    ProcessRequest closed = {{"/bin/sh", "-c", "exec \"$0\" expand >&-", BRINDLE_TOOL_PROGRAM}, "a"};
+    closed.settings = {"BRINDLE_LOG=log"}; // a file that must not take the stream's place
+    EXPECT_EQ(RunProcess(closed),
+              (ProcessResult{1, "", "brindle: cannot write to standard output: Bad file descriptor\n"}));
     Check({{{"expand", "--report", "/dev/full"}, "a", {1, "", "/dev/full: cannot write the file" + full}}});
 }
 

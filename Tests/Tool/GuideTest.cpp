@@ -15,6 +15,7 @@
 
 #include "AQM_I_MacroExpander.h"
 
+#include "Support/PageRows.h"
 #include "Support/Parameters.h"
 #include "Tool/ToolFixture.h"
 
@@ -60,14 +61,6 @@ std::vector<std::string> Find(const std::string& text, const std::string& patter
     return found;
 }
 
-std::string Outcome(const std::string& text, const Parameters& parameters) {
-    try {
-        return std::string(AQM_I_MacroExpander().Expand(text.c_str(), parameters.Get()).bytes());
-    } catch (const ZBLException& failure) {
-        return "failure: " + std::string(failure.getMessage().bytes());
-    }
-}
-
 void SetParameter(Parameters& parameters, const std::string& line) {
     const std::size_t equals = line.find(" = ");
     const bool isList = line.front() == '@';
@@ -79,18 +72,17 @@ void SetParameter(Parameters& parameters, const std::string& line) {
 }
 
 void CheckMacros(const std::string& box) {
-    const std::string arrow = "  ->";
     Parameters parameters;
-    std::istringstream lines(box);
-    for (std::string line; std::getline(lines, line);) {
-        const std::string text = line.substr(0, line.find(arrow));
-        if (text.size() < line.size()) {
-            const std::string outcome = Outcome(text, parameters);
-            EXPECT_EQ(line, text + arrow + (outcome.empty() ? "" : "  ") + outcome);
-        } else if (!line.empty()) {
-            SetParameter(parameters, line);
+    const auto outcome = [&parameters](const std::string& text) {
+        try {
+            return std::string(AQM_I_MacroExpander().Expand(text.c_str(), parameters.Get()).bytes());
+        } catch (const ZBLException& failure) {
+            return "failure: " + std::string(failure.getMessage().bytes());
         }
-    }
+    };
+    std::istringstream lines(box);
+    for (std::string line; std::getline(lines, line);)
+        if (!brindle_test::CheckRow(line, outcome) && !line.empty()) SetParameter(parameters, line);
 }
 
 void CheckDialogue(const std::string& box) {
@@ -137,14 +129,10 @@ std::string ReadFile(const fs::path& file) { return {std::istreambuf_iterator<ch
 
 // All of the tree but this test.
 const std::string& Sources() {
-    static const std::string sources = [] {
-        std::string all = ReadFile(kTree / "CMakeLists.txt");
-        for (const char* const folder :
-             {"Include", "Source", "Platform", "Tools", "Benchmarks", "Examples", "cmake", "Tests"})
-            for (const fs::path& file : fs::recursive_directory_iterator(kTree / folder))
-                if (fs::is_regular_file(file) && file.filename() != "GuideTest.cpp") all += ReadFile(file);
-        return all;
-    }();
+    static const std::string sources =
+        RunShell("cd " + kTree.string() +
+                 "; find CMakeLists.txt Include Source Platform Tools Benchmarks Examples cmake "
+                 "Tests -type f ! -name GuideTest.cpp -exec cat {} +");
     return sources;
 }
 

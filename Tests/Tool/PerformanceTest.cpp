@@ -1,5 +1,4 @@
 // "--performance": what the record of a run holds, and that nothing else comes of asking for it.
-#include <filesystem>
 #include <regex>
 
 #include "Tool/ToolFixture.h"
@@ -8,8 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class PerformanceTest : public ToolTest {
-protected:
+struct PerformanceTest : ToolTest {
     static ProcessResult Run(const std::vector<std::string>& arguments, const std::string& input) {
         ProcessRequest request = Request(arguments, input);
         request.settings = {"BRINDLE_SETTINGS=settings.toml", "BRINDLE_HOME=" + fs::current_path().string()};
@@ -17,9 +15,9 @@ protected:
     }
 
     // What the one record says, with its steps as name and number of calls, and where it was.
-    static std::string TakeRecord(std::string& path) {
+    std::string TakeRecord(std::string& path) const {
         path = fs::absolute(fs::directory_iterator("logs")->path()).string();
-        std::string text = Read(path);
+        std::string text = Bytes(path);
         EXPECT_EQ(fs::remove_all("logs"), 2u) << "one file and the directory";
         text = std::regex_replace(text, std::regex("[^]*<RP n=\"|\" rN=.*Z\" |[\\s<>=\"]+"), " ");
         text = std::regex_replace(text, std::regex("CF n (.*?) et \\d+ nc (\\d+) /| +"), "$1 $2");

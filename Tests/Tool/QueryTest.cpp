@@ -2,7 +2,6 @@
 #include <set>
 
 #include <nlohmann/json.hpp>
-#include <sqlite3.h>
 
 #include "Tool/ToolFixture.h"
 
@@ -10,18 +9,9 @@ namespace {
 
 using namespace std::string_literals;
 
-class QueryTest : public ToolTest {
-protected:
+struct QueryTest : ToolTest {
     QueryTest() {
-        Make("d.db", "create table t(a, b text); insert into t values (1, 'x'), (null, 'it''s'), (-20, 'ÅÉ')");
-    }
-
-    static void Make(const std::string& file, const std::string& statements) {
-        sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(database);
-        sqlite3_close(database);
+        MakeDatabase("d.db", "create table t(a, b text); insert into t values (1, 'x'), (null, 'it''s'), (-20, 'ÅÉ')");
     }
 
     static ToolCase Row(const std::string& text, const std::string& output, const std::string& format = "table") {
@@ -90,7 +80,7 @@ TEST_F(QueryTest, FailuresOfTheStatementHaveOneLineAndTheirPlace) {
 }
 
 TEST_F(QueryTest, DatabaseIsOnlyRead) {
-    const std::string before = Read("d.db");
+    const std::string before = Bytes("d.db");
     for (const char* const statement :
          {"delete from t", "create table u(a)", "create temp table u(a)", "vacuum into 'new.db'",
           "pragma user_version = 5", "pragma journal_mode = wal", "insert into t values (1, 2) returning a"})
@@ -110,24 +100,39 @@ TEST_F(QueryTest, DatabaseIsOnlyRead) {
     for (const auto& entry : std::filesystem::directory_iterator("."))
         files.insert(entry.path().filename());
     EXPECT_EQ(files, (std::set<std::string>{"d.db", "text.db"}));
-    EXPECT_EQ(Read("d.db"), before);
+    EXPECT_EQ(Bytes("d.db"), before);
 }
 
-TEST_F(QueryTest, ExamplesRunOnTheExampleDatabase) {
-    const std::string folder = BRINDLE_TEST_SOURCE_DIR "/Examples/sales/";
-    Make("sales.db", Read(folder + "schema.sql") + Read(folder + "seed.sql"));
-    const auto run = [&](const std::string& stem, const std::string& format) {
-        return RunProcess(Request({"query", folder + stem + ".sql", "--params", folder + stem + ".json", "--database",
-                                   "sales.db", "--format", format}));
-    };
+// The blocks of each query with their values rebuild the text beside it, too.
+TEST_F(QueryTest, ExamplesExpandToTheTextsBesideThemAndRun) {
+    const std::filesystem::path folder = BRINDLE_TEST_SOURCE_DIR "/Examples/sales";
+    MakeDatabase("sales.db", Bytes(folder / "schema.sql") + Bytes(folder / "seed.sql"));
+    std::string output;
+    int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() != ".json") continue;
-        const ProcessResult result = run(entry.path().stem(), "json");
-        ASSERT_EQ(result.status, 0) << result;
-        EXPECT_GE(nlohmann::json::parse(result.output).size(), 2u) << entry.path();
+        const std::string stem = folder / entry.path().stem(), file = stem + ".sql", parameters = stem + ".json";
+        const std::string text = Bytes(file), expected = Bytes(stem + ".expected.sql");
+        EXPECT_NE(expected, text) << stem;
+        Check({{{"expand", file, "--params", parameters}, "", {0, expected, ""}}});
+
+        const auto blocks = RunProcess(Request({"blocks", "--values", "--json", "--params", parameters, file}));
+        std::string rebuilt;
+        std::size_t copied = 0;
+        for (const auto& block : nlohmann::json::parse(blocks.output)) {
+            const auto start = block["start"].get<std::size_t>();
+            rebuilt += text.substr(copied, start - copied) + block["value"].get<std::string>();
+            copied = block["end"].get<std::size_t>() + 1;
+        }
+        EXPECT_EQ(rebuilt + text.substr(copied), expected) << stem;
+
+        const auto result =
+            RunProcess(Request({"query", file, "--params", parameters, "--database", "sales.db", "--format", "json"}));
+        EXPECT_TRUE(result.status == 0 && nlohmann::json::parse(result.output).size() >= 2) << stem << "\n" << result;
+        output += result.output, ++count;
     }
-    EXPECT_TRUE(run("sales_by_region", "csv")
-                    .output.starts_with("region,orders,pieces,revenue in €\r\nNorth,97,2955,20194\r\n"));
+    EXPECT_GE(count, 7);
+    EXPECT_NE(output.find(R"([{"region":"North","orders":97,"pieces":2955,"revenue in €":20194},)"), output.npos);
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // What the program tells about itself: help, manual page and completion name the same, and what they offer works.
 #include <sstream>
 
-#include <sqlite3.h>
-
 #include "Tool/ToolFixture.h"
 
 namespace {
@@ -34,13 +32,10 @@ TEST_F(ToolTest, EveryCommandIsDescribedWholeWithAnExampleThatRuns) {
     Write("queries/a.sql", "select #$a#");
     Write("orders.csv", "1,2\r\n");
     Write("calendar.json", R"({"items": {"1": "year", "2": "month"}, "keys": [[1, 2]], "groups": [[1]]})");
-    sqlite3* database = nullptr;
-    sqlite3_open("sales.db", &database);
-    sqlite3_exec(database, "create table customer (name)", nullptr, nullptr, nullptr);
-    sqlite3_close(database);
-    std::string page = Read(kPage);
+    MakeDatabase("sales.db", "create table customer (name)");
+    std::string page = Bytes(kPage);
     std::erase(page, '\\');
-    const std::string shared = Between(page, "\n.SH OPTIONS", "\n.S"), script = Read(kScript);
+    const std::string shared = Between(page, "\n.SH OPTIONS", "\n.S"), script = Bytes(kScript);
     const auto commands = Entries(Between(RunProcess(Request({"--help"})).output, "\nCommands:\n", "\n\n"));
     EXPECT_GE(commands.size(), 11u);
     for (const std::string& command : commands) {

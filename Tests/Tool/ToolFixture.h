@@ -1,16 +1,10 @@
 // What the tests of the program share: an empty working directory, and rows of calls with what has to come of them.
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
-#include <string>
-#include <vector>
-
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
+#include "Support/Directory.h"
 #include "Support/Process.h"
 
 struct ToolCase {
@@ -19,20 +13,18 @@ struct ToolCase {
     ProcessResult expected;
 };
 
-class ToolTest : public testing::Test {
-protected:
-    ToolTest() : m_directory(testing::TempDir() + "brindle-" + std::string(6, 'X')) {
-        if (mkdtemp(m_directory.data()) == nullptr) throw std::runtime_error("no directory");
-        std::filesystem::current_path(m_directory);
-    }
-    ~ToolTest() override {
-        std::filesystem::current_path("/");
-        std::filesystem::remove_all(m_directory);
-    }
-
+struct ToolTest : testing::Test, brindle_test::Directory {
     static ProcessRequest Request(std::vector<std::string> arguments, std::string input = "") {
         arguments.insert(arguments.begin(), BRINDLE_TOOL_PROGRAM);
         return {.arguments = std::move(arguments), .input = std::move(input), .settings = {"BRINDLE_SETTINGS=/none"}};
+    }
+
+    static void MakeDatabase(const std::string& file, const std::string& statements) {
+        sqlite3* database = nullptr;
+        EXPECT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(database);
+        sqlite3_close(database);
     }
 
     static void Check(const std::vector<ToolCase>& cases) {
@@ -44,13 +36,4 @@ protected:
                                                                                    << row.input.substr(0, 200);
         }
     }
-
-    static void Write(const std::string& file, const std::string& content) { std::ofstream(file) << content; }
-    static std::string Read(const std::string& file) {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-private:
-    std::string m_directory;
 };

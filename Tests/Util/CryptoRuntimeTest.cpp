@@ -1,43 +1,30 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "AQU_CryptoRuntime.h"
+
 #include <memory>
-#include <string>
 
 #include <dlfcn.h>
-
 #include <gtest/gtest.h>
 
-#include "PlatformHooks.h"
-
-#include "AQU_CryptoRuntime.h"
+#include "Support/Directory.h"
 
 namespace {
 
 // A program directory of its own, into which a test puts the stand-in for the security library.
-class CryptoRuntime : public testing::Test {
-protected:
-    CryptoRuntime() {
-        if (mkdtemp(m_root.data()) == nullptr) std::abort();
-        brindle_platform::setProgramDirectory(m_root.c_str());
-    }
-    ~CryptoRuntime() override {
-        AQU_CryptoRuntime::terminate(), brindle_platform::setProgramDirectory(""), std::filesystem::remove_all(m_root);
-    }
+struct CryptoRuntime : testing::Test, brindle_test::Directory {
+    CryptoRuntime() { brindle_platform::setProgramDirectory(Path("")); }
+    ~CryptoRuntime() override { AQU_CryptoRuntime::terminate(); }
 
     // The names of entry points stand between zero bytes; one under another name can't be found.
     void Install(const std::string& name, const std::string& missing) {
-        std::ifstream stream(BRINDLE_CRYPTO_STAND_IN, std::ios::binary);
-        std::string module(std::istreambuf_iterator<char>(stream), {});
+        std::string module = Bytes(BRINDLE_CRYPTO_STAND_IN);
         const std::string entry = '\0' + missing + '\0';
         for (std::size_t at = 0; (at = module.find(entry, at)) != module.npos; ++at)
             module[at + 1] = '?';
-        std::ofstream(m_root + "/" + name + ".so", std::ios::binary) << module;
+        Write(name + ".so", module);
     }
 
     bool IsInProcess(const std::string& name) {
-        void* const module = dlopen((m_root + "/" + name + ".so").c_str(), RTLD_NOW | RTLD_NOLOAD);
+        void* const module = dlopen(Path(name + ".so").c_str(), RTLD_NOW | RTLD_NOLOAD);
         return module != nullptr && dlclose(module) == 0;
     }
 
@@ -48,8 +35,6 @@ protected:
         BRINDLE_CRYPTO_ENTRY_POINTS(CALL)
         return place == 38 && right == 38;
     }
-
-    std::string m_root = testing::TempDir() + "brindle-XXXXXX";
 };
 
 TEST_F(CryptoRuntime, EachOperationGoesToItsOwnEntryPointIfAllAreThere) {

@@ -6,7 +6,6 @@
 #include <memory>
 #include <regex>
 #include <sstream>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -80,17 +79,6 @@ TEST(DimensionInfoFinder, AnalysesOnceUnlessNothingWasFound) {
     finder->GetLevels(99, out), finder->GetLevelKeys(99, out, unique), finder->GetLevelProperties(99, out);
     finder->GetHierarchies(out);
     EXPECT_TRUE(unique && out == (Numbers{9, 1})) << "unknown numbers change nothing, a known one is appended";
-}
-
-TEST(DimensionInfoFinder, DumpWritesTheStructure) {
-    std::ostringstream text;
-    const auto finder = MakeFinder("123; 1; 2 13");
-    finder->SetItemName(2, "\xC3\xA9");
-    finder->Dump(nullptr, text);
-    EXPECT_EQ(text.str(),
-              "AQU_I_DimensionInfoFinder::Dump\nHierarchies:\nH_2\n"
-              "    L_2\n        Keys:\n            K_2->\xC3\xA9\n"
-              "    L_1\n        Keys:Unique\n            K_1->item 1\n        Props:\n            3->item 3\n");
 }
 
 } // namespace

@@ -16,7 +16,7 @@
 #include "AQU_csvFile_v2.h"
 #include "TarnPerformance.h"
 
-#include "Platform/FileFixture.h"
+#include "Support/Directory.h"
 #include "Support/FailInTurn.h"
 
 namespace {
@@ -27,10 +27,8 @@ using namespace brindle_platform;
 const std::string kNoMemory = "std: std::bad_alloc";
 constexpr const char* kRecords = "first|a field, in quotes|300|first|é\t\"|300|";
 
-class Exhaustion : public FileFixture {
-protected:
-    Exhaustion() { std::filesystem::current_path(m_directory), setProgramDirectory(Path("bin")); }
-    ~Exhaustion() override { std::filesystem::current_path("/"); }
+struct Exhaustion : testing::Test, Directory {
+    Exhaustion() { setProgramDirectory(Path("bin")); }
 };
 
 TEST_F(Exhaustion, TheFirstRecordThatIsLostDoesNotEndTheLog) {

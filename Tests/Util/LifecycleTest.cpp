@@ -19,9 +19,10 @@ constexpr auto L = ABrindle_Initialize, l = ABrindle_Terminate;
 struct Lifecycle : InstallationTest {
     // The file with `e` at 90 and -90 and `weak` at -90.
     void Configure(const std::string& e) const {
-        Write(R"(<c><section name="ParameterMaps"><map name="_env" priority="-90"><entry name="weak" value="w"/><entry
+        Write(m_file,
+              R"(<c><section name="ParameterMaps"><map name="_env" priority="-90"><entry name="weak" value="w"/><entry
  name="e" value=""/></map><map name="_env" priority="90"><entry name="e" value=")" +
-              e + R"("/></map></section></c>)");
+                  e + R"("/></map></section></c>)");
     }
     static std::string Expanded() {
         return AQM_I_MacroExpander().Expand("#$e# #$weak#", AQE_I_GetQueryEnginePAC()).c_str();
@@ -62,7 +63,7 @@ TEST_F(Lifecycle, WithoutTheFileAllWorksAndTheLogSaysSoForEachMap) {
 }
 
 TEST_F(Lifecycle, AnIllFormedFileEndsTheStartForGood) {
-    Write("<c>\n</d>");
+    Write(m_file, "<c>\n</d>");
     EXPECT_NE(brindle_test::FailureOf([] { L("test"); }).find("VKEConfig.xml:2:3: mismatched tag"), m_log.npos);
     Configure("mended");
     EXPECT_FALSE(Starts() || l("test") != 0 || l("test") != 0 || Starts() || Starts(AQF_Initialize));

@@ -1,38 +1,20 @@
 #include <list>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
-
-#include "PlatformHooks.h"
 
 #include "AQE_AuditAPI.h"
 #include "AQE_LogFile.h"
 
+#include "Support/Directory.h"
+#include "Support/LogLines.h"
+
 namespace {
 
 using Log = AUT_I_LogFile;
-using Lines = std::vector<std::string>;
+using brindle_test::Lines;
 
-// Collects the log as lines "name level text"; audit records as "name level ENTER tag1/tag2 text". No file has texts
-// for the component "part", so a text by number shows the file and number that were asked.
-class LogFile : public testing::Test {
-protected:
-    LogFile() {
-        brindle_platform::setLogSink([this](const brindle_platform::LogRecord& record) {
-            I18NString line = record.name + " " + std::to_string(record.level).c_str() + " ";
-            if (record.audit) line += (record.entry ? "ENTER " : "EXIT ") + record.tag1 + "/" + record.tag2 + " ";
-            m_lines.emplace_back((line + record.text).bytes());
-        });
-    }
-    ~LogFile() override {
-        brindle_platform::setLogSink(nullptr);
-        brindle_platform::clearLogLevels();
-    }
-
-    Lines Take() { return std::exchange(m_lines, {}); }
-
+// No file has texts for the component "part", so a text by number shows the file and number that were asked.
+struct LogFile : testing::Test, brindle_test::Directory, brindle_test::LogLines {
     // Calls it with no, one, two, three, four and sixteen parameters; then the prefix with those behind it.
     static void CallEachForm(const auto& call) {
         call(), call("a"), call("a", "b"), call("a", "b", "c"), call("a", "b", "c", "d");
@@ -46,7 +28,6 @@ protected:
         return lines;
     }
 
-    Lines m_lines;
     I18NString m_entry{"Entry"};
 };
 

@@ -1,5 +1,6 @@
 // The parameter map of the configuration file: which file counts, both ways of reading it, files that are of no use.
 #include <iomanip>
+#include <sstream>
 
 #include "AQU_ParameterMapVKE.h"
 
@@ -25,7 +26,7 @@ struct ParameterMapVKE : InstallationTest {
 };
 
 TEST_F(ParameterMapVKE, TheTwoWaysOfReadingDifferInThreePoints) {
-    Write(R"(<section name="ParameterMaps"><map name="root" priority="90"/><a><section name="ParameterMaps">
+    Write(m_file, R"(<section name="ParameterMaps"><map name="root" priority="90"/><a><section name="ParameterMaps">
 <map name="_env" priority="90"><entry name="k" value="first"/><a><entry name="k" value="läst"/></a><entry name="empty"/>
 <entry value="unnamed"/></map><map name="_env" priority="-90"><entry name="k" value="weak"/></map><a><map name="blank"
  priority=" 90"><entry name="k" value="b"/></map></a><map name="zeros" priority="090"><entry name="k" value="z"/></map>
@@ -40,8 +41,8 @@ TEST_F(ParameterMapVKE, TheTwoWaysOfReadingDifferInThreePoints) {
 }
 
 TEST_F(ParameterMapVKE, NamesAndEntriesComeFromMemoryAlone) {
-    Write("<c><section name='ParameterMaps'><map name='m' priority='90'><entry name='b' value='2'/><entry name='a' "
-          "value='1'/></map><map name='_env' priority='90'/><map name='n' priority='-90'/></section></c>");
+    Write(m_file, R"(<c><section name='ParameterMaps'><map name='m' priority='90'><entry name='b' value='2'/><entry
+ name='a' value='1'/></map><map name='_env' priority='90'/><map name='n' priority='-90'/></section></c>)");
     for (const bool inMemory : {true, false}) {
         AQU_ParameterMapVKE vke("VKEConfig.xml", -90, 90, inMemory);
         std::vector<I18NString> names{"kept"};
@@ -60,12 +61,12 @@ TEST_F(ParameterMapVKE, NamesAndEntriesComeFromMemoryAlone) {
 TEST_F(ParameterMapVKE, OneOfTwoFilesCountsOrNone) {
     const std::string missing = "-4 -4 3QE 0x35dc43d6;3QE 0x35dc43d6;";
     EXPECT_EQ(Ask("_env k 90"), missing);
-    Write("<c><section name='parameterMaps'/><Section name='ParameterMaps'/></c>", "/bin/VKEConfig.xml");
+    Write("bin/VKEConfig.xml", "<c><section name='parameterMaps'/><Section name='ParameterMaps'/></c>");
     EXPECT_EQ(Ask("_env k 90"), "-2 -1 3QE 0x35dba539;");
-    Write("<c><section name='ParameterMaps'/></c>");
+    Write(m_file, "<c><section name='ParameterMaps'/></c>");
     EXPECT_EQ(Ask("_env k 90"), "-2 -2 ");
     EXPECT_EQ(AQU_ParameterMapVKE::FindFile(I18NString("VKEConfig.xml\0.bak", 18)), "");
-    Write("");
+    Write(m_file, "");
     EXPECT_EQ(Ask("_env k 90"), missing);
 }
 

@@ -1,12 +1,10 @@
 #include <climits>
-#include <filesystem>
-#include <fstream>
 
 #include <gtest/gtest.h>
 
-#include "PlatformHooks.h"
-
 #include "QERes.h"
+
+#include "Support/Directory.h"
 
 namespace {
 
@@ -26,17 +24,14 @@ TEST(ConstantStrings, AnswerByNumber) {
 }
 
 TEST(ResourceTexts, ComeFromTheNamedFile) {
-    const std::filesystem::path root = testing::TempDir() + "brindle-resource-texts";
-    std::filesystem::create_directories(root / "configuration" / "messages");
-    std::ofstream(root / "configuration" / "messages" / "restest_en.txt") << "0x10\tsixteen %1\n";
-    brindle_platform::setProgramDirectory((root / "bin").c_str());
+    const brindle_test::Directory directory;
+    const I18NString texts = directory.Write("configuration/messages/restest_en.txt", "0x10\tsixteen %1\n");
+    brindle_platform::setProgramDirectory(directory.Path("bin"));
     I18NString file("before");
     EXPECT_EQ(AQE_ResourceGetString(16, file, "restest"), "sixteen %1");
-    EXPECT_EQ(file, (root / "configuration/messages/restest_en.txt").c_str());
+    EXPECT_EQ(file, texts);
     EXPECT_EQ(AQE_ResourceGetString(16, file, "resnone"), "resnone 0x10");
     EXPECT_EQ(file, "");
-    brindle_platform::setProgramDirectory("");
-    std::filesystem::remove_all(root);
 }
 
 } // namespace

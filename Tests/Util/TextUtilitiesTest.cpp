@@ -1,5 +1,4 @@
 #include <random>
-#include <utility>
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,48 @@
+// The directory in which a test works: made for it, and removed with all that is in it. Behind the test all hooks are
+// as they were at first.
+//
+//     struct CsvFile : testing::Test, brindle_test::Directory {};
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "PlatformHooks.h"
+
+namespace brindle_test {
+
+struct Directory {
+    Directory() {
+        if (mkdtemp(m_directory.data()) == nullptr) std::abort();
+        std::filesystem::current_path(m_directory);
+    }
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
+    ~Directory() {
+        using namespace brindle_platform;
+        setLogSink(nullptr), setIndicationSink(nullptr), clearLogLevels(), clearLoggerThresholds(), clearOverrides();
+        setPerformanceCounter(nullptr), setMillisClock(nullptr), setTimeStamp(nullptr), setProcessId({});
+        setPerformanceCounterPresent(true), setDefaultEncoding(nullptr), setUserConfigurationFile("");
+        setProgramDirectory(""), std::filesystem::current_path("/"), std::filesystem::remove_all(m_directory);
+    }
+
+    // Of a file in the directory, unless the name is a full path.
+    std::filesystem::path FullPath(const std::string& name) const { return std::filesystem::path(m_directory) / name; }
+    I18NString Path(const std::string& name) const { return FullPath(name).c_str(); }
+    I18NString Write(const std::string& name, const std::string& bytes) const {
+        std::filesystem::create_directories(FullPath(name).parent_path());
+        std::ofstream(FullPath(name), std::ios::binary) << bytes;
+        return Path(name);
+    }
+    std::string Bytes(const std::string& name) const {
+        std::ifstream stream(FullPath(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    std::string m_directory = std::filesystem::temp_directory_path() / "brindle-XXXXXX";
+};
+
+} // namespace brindle_test
