@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -216,11 +215,8 @@ const std::vector<std::string>& GeneratedCatalogue::Locales() {
 }
 
 GeneratedCatalogue::GeneratedCatalogue(const CatalogueSize& size) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "brindle-catalogue-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("cannot make a directory for the catalogue");
-    m_root = pattern;
-    std::filesystem::create_directories(m_root + "/bin");
-    std::filesystem::create_directories(m_root + "/configuration/functions");
+    std::filesystem::create_directories(ProgramDirectory());
+    std::filesystem::create_directories(m_root.Path() + "/configuration/functions");
 
     Writer list;
     list.Open("fileList");
@@ -241,13 +237,8 @@ GeneratedCatalogue::GeneratedCatalogue(const CatalogueSize& size) {
         Write(std::string("texts_") + words.locale + ".xml", MakeTexts(words, size.entries));
 }
 
-GeneratedCatalogue::~GeneratedCatalogue() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_root, ignored);
-}
-
 void GeneratedCatalogue::Write(const std::string& name, const std::string& content) {
-    m_files.push_back(m_root + "/configuration/functions/" + name);
+    m_files.push_back(m_root.Path() + "/configuration/functions/" + name);
     std::ofstream file(m_files.back(), std::ios::binary);
     if (!(file << content).flush()) throw std::runtime_error("cannot write " + m_files.back());
 }

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <csv.h>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <random>
@@ -23,27 +22,12 @@
 #include "AQU_csvFile_v2.h"
 
 #include "Inputs.h"
+#include "TemporaryDirectory.h"
 
 namespace brindle_benchmark {
 namespace {
 
 constexpr std::size_t kFileBytes = 64 << 20;
-
-// The benchmark's files, gone with it.
-class Directory {
-public:
-    Directory() : m_path((std::filesystem::temp_directory_path() / "brindle-csv-XXXXXX").string()) {
-        if (mkdtemp(m_path.data()) == nullptr) throw std::runtime_error("no directory for the files");
-    }
-    ~Directory() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    std::string File(const char* name) const { return m_path + "/" + name; }
-
-private:
-    std::string m_path;
-};
 
 // What a row's content comes to, the same whoever has read it.
 class Digest {
@@ -183,10 +167,10 @@ void Register(const char* run, const std::function<void()>& work) {
 } // namespace
 
 void RegisterCsvRuns() {
-    const auto directory = std::make_shared<Directory>();
+    const auto directory = std::make_shared<const TemporaryDirectory>();
     const auto rows = std::make_shared<Rows>(MakeRows());
-    const std::string input = directory->File("input.csv");
-    const std::string output = directory->File("output.csv");
+    const std::string input = directory->Path() + "/input.csv";
+    const std::string output = directory->Path() + "/output.csv";
 
     WriteWithBrindle(input, *rows);
     const std::uint64_t expected = ReadWithBrindle(input);

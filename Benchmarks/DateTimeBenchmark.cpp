@@ -3,15 +3,19 @@
 // days of the week and of the year.
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <random>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "AQE_DateTime.h"
+
+#include "RunBenchmarks.h"
 
 namespace {
 
@@ -68,28 +72,24 @@ void Register(const char* run, const std::vector<double>& numbers, TakeApart tak
     });
 }
 
-bool AreSame(const std::vector<double>& numbers) {
+void RequireSameFields(const std::vector<double>& numbers) {
     for (const double number : numbers) {
         std::tm ours{}, theirs{};
         TakeApartWithBrindle(number, ours);
         TakeApartWithChrono(number, theirs);
-        if (std::memcmp(&ours, &theirs, sizeof ours) == 0) continue;
-        std::fprintf(stderr, "benchmark-values: the fields of %.17g differ\n", number);
-        return false;
+        if (std::memcmp(&ours, &theirs, sizeof ours) != 0)
+            throw std::runtime_error("the fields of " + std::to_string(number) + " differ");
     }
-    return true;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<double> numbers = MakeNumbers();
-    if (!AreSame(numbers)) return 1;
-    Register("dates/brindle", numbers, TakeApartWithBrindle);
-    Register("dates/chrono", numbers, TakeApartWithChrono);
-    Register("dates/chrono date and time", numbers, TakeApartDateAndTime);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    return brindle_benchmark::RunBenchmarks(argc, argv, [](std::string_view) {
+        const std::vector<double> numbers = MakeNumbers();
+        RequireSameFields(numbers);
+        Register("dates/brindle", numbers, TakeApartWithBrindle);
+        Register("dates/chrono", numbers, TakeApartWithChrono);
+        Register("dates/chrono date and time", numbers, TakeApartDateAndTime);
+    });
 }

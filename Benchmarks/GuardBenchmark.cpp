@@ -1,14 +1,13 @@
 // What a measuring guard costs: one that measures beside two readings of the clock that it reads, one that is off
 // beside an empty step of a loop. Before anything is timed, a counted run must have its calls in the record, and must
 // not have touched the heap between its guards' starts and their ends.
-#include <cstdio>
-#include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include <benchmark/benchmark.h>
 
@@ -22,6 +21,8 @@
 #include "TarnPerformance.h"
 
 #include "CountedHeap.h"
+#include "RunBenchmarks.h"
+#include "TemporaryDirectory.h"
 
 namespace brindle_benchmark {
 namespace {
@@ -129,21 +130,13 @@ void Register() {
 
 int main(int argc, char** argv) {
     using namespace brindle_benchmark;
-    std::string directory = (fs::temp_directory_path() / "brindle-XXXXXX").string();
-    if (mkdtemp(directory.data()) == nullptr) return 1;
-    int status = 0;
-    try {
-        brindle_platform::setLoggerThreshold("Perf.QFS", 20000);
-        TarnPerformance::Initialize("benchmark");
-        CheckRecord(directory);
+    brindle_platform::setLoggerThreshold("Perf.QFS", 20000);
+    TarnPerformance::Initialize("benchmark");
+    std::optional<TemporaryDirectory> records; // runs write there too
+    const int status = RunBenchmarks(argc, argv, [&records](std::string_view) {
+        CheckRecord(records.emplace().Path());
         Register();
-        benchmark::Initialize(&argc, argv);
-        benchmark::RunSpecifiedBenchmarks();
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "benchmark-performance: %s\n", failure.what());
-        status = 1;
-    }
+    });
     TarnPerformance::Terminate();
-    fs::remove_all(directory);
     return status;
 }

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs the measuring programs of a build tree and prints one table: each figure beside its peer and its aim.
 
-usage: report.py TREE [FIGURE]...   (TREE as in build/bench; figures: query plain dense startup growth memory load lookup sqltext dates guard csv intern dimensions)
+usage: report.py TREE [FIGURE]...   (TREE as in build/bench; figures: query plain dense startup growth memory load
+       lookup sqltext dates guard csv intern dimensions)
 
 Times are processor times, medians of seven runs in turns; for growth the least of five runs or more; for startup the
 time on the clock, median of forty-one. An aim that is missed is told in the table and is no failure. The exit status is
@@ -287,9 +288,9 @@ def print_table():
 
 def main():
     parts = {"query": report_query, "plain": report_plain, "dense": report_dense, "startup": report_startup,
-             "growth": report_growth, "memory": report_memory, "load": report_load, "lookup": report_lookup, "sqltext": report_sqltext, "dates": report_dates,
-             "guard": report_guard, "csv": report_csv, "intern": report_intern,
-             "dimensions": report_dimensions}
+             "growth": report_growth, "memory": report_memory, "load": report_load, "lookup": report_lookup,
+             "sqltext": report_sqltext, "dates": report_dates, "guard": report_guard, "csv": report_csv,
+             "intern": report_intern, "dimensions": report_dimensions}
     if len(sys.argv) < 2 or not set(sys.argv[2:]) <= parts.keys():
         raise SystemExit(__doc__.split("\n\n")[1])
     programs = os.path.join(sys.argv[1], "bin")

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -27,6 +25,7 @@
 #include "AQF_Initialize.h"
 
 #include "FuzzCheck.h"
+#include "TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -36,25 +35,23 @@ using Nodes = std::vector<AQF_I_FunctionNode*>;
 
 constexpr const char* kKinds[] = {"function", "summary", "operator", "literal", "operation", "format"};
 
-// An installation below the system's place for temporary files, removed at the end.
+// An installation in a directory of its own.
 class Home {
 public:
-    Home() : m_root((std::filesystem::temp_directory_path() / "brindle-fuzz-XXXXXX").string()) {
-        Require(mkdtemp(m_root.data()) != nullptr, "there is a directory");
-        std::filesystem::create_directories(m_root + "/configuration/functions");
-        brindle_platform::setProgramDirectory((m_root + "/bin").c_str());
+    Home() {
+        std::filesystem::create_directories(PathOf(""));
+        brindle_platform::setProgramDirectory(I18NString(std::string_view(m_directory.Path() + "/bin")));
         Write("FileList.xml", "<l><definition>functions.xml</definition><description><language>en-us</language>"
                               "<file>texts.xml</file></description></l>");
     }
-    ~Home() { std::filesystem::remove_all(m_root); }
 
-    void Write(const char* name, std::string_view content) const {
-        std::ofstream(PathOf(name), std::ios::binary) << content;
-    }
-    std::string PathOf(const std::string& name) const { return m_root + "/configuration/functions/" + name; }
+    void Write(const std::string& name, std::string_view content) const { m_directory.Write(kFolder + name, content); }
+    std::string PathOf(const std::string& name) const { return m_directory.Path() + "/" + kFolder + name; }
 
 private:
-    std::string m_root;
+    inline static const std::string kFolder = "configuration/functions/";
+
+    TemporaryDirectory m_directory;
 };
 
 // The message of the failure; empty if the file was read.

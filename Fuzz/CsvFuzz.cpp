@@ -2,11 +2,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <fstream>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 #include "PlatformHooks.h"
@@ -15,6 +12,7 @@
 #include "AQU_csvFile_v2.h"
 
 #include "FuzzCheck.h"
+#include "TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -34,21 +32,6 @@ constexpr std::array<Form, 5> kForms = {{{"fuzz.csv", "", "utf-8", 1, ','},
                                          {"fuzz.txt", "\xEF\xBB\xBF", "utf-8", 1, '\t'},
                                          {"fuzz.txt", "\xFF\xFE", "utf-16", 2, '\t'},
                                          {"fuzz.txt", {"\xFF\xFE\0\0", 4}, "utf-32", 4, '\t'}}};
-
-const std::string& Directory() {
-    // Never destroyed: the handler at exit needs it.
-    static const auto& directory = *new std::string([] {
-        std::string made = "/tmp/brindle-fuzz-XXXXXX";
-        if (mkdtemp(made.data()) == nullptr) std::abort();
-        std::atexit([] {
-            for (const char* const name : {"/fuzz.csv", "/fuzz.txt"})
-                ::unlink((Directory() + name).c_str());
-            ::rmdir(Directory().c_str());
-        });
-        return made;
-    }());
-    return directory;
-}
 
 std::vector<Record> ReadAll(const I18NString& path) {
     std::vector<Record> records;
@@ -119,12 +102,6 @@ Record Split(const I18NString& line, char separator) {
     return fields;
 }
 
-void Write(const std::string& path, std::string_view mark, std::string_view bytes) {
-    std::ofstream(path, std::ios::binary)
-        .write(mark.data(), static_cast<std::streamsize>(mark.size()))
-        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
 bool IsWide(const Record& record) {
     for (const I18NString& field : record)
         for (const I18NCodePoint codePoint : field)
@@ -134,9 +111,11 @@ bool IsWide(const Record& record) {
 
 void Run(const Form& form, std::string_view bytes) {
     brindle_platform::setDefaultEncoding(form.encoding);
-    const std::string path = Directory() + "/" + form.file;
-    const I18NString name{std::string_view(path)};
-    Write(path, form.mark, bytes);
+    static const TemporaryDirectory directory;
+    const auto write = [&form](std::string_view text) {
+        return directory.Write(form.file, std::string(form.mark).append(text));
+    };
+    const I18NString name{std::string_view(write(bytes))};
     // Four bytes decide, and must say what the mark does.
     const bool isTab = form.separator == '\t';
     if (isTab && form.mark.size() + bytes.size() < 4) return;
@@ -151,7 +130,7 @@ void Run(const Form& form, std::string_view bytes) {
 
     // What was read comes back from a file of the same form, but for what UTF-16 cuts short.
     std::vector<Record> expected = {{"first"}};
-    Write(path, form.mark, I18NString("first\r\n").encode(form.encoding));
+    write(I18NString("first\r\n").encode(form.encoding));
     {
         AQU_csvFile_v2 file(name, "a");
         for (const Record& record : records) {

@@ -32,7 +32,7 @@ struct TIME_ZONE_INFORMATION {
 // Ticks of a clock that never goes back; answers 1. Any thread.
 BRINDLE_PLATFORM_API BOOL QueryPerformanceCounter(LARGE_INTEGER* ticks);
 
-// Ticks per second; 0, and 0 ticks, where there is no such clock.
+// 1, and the ticks per second; 0, and none, where there is no such clock.
 BRINDLE_PLATFORM_API BOOL QueryPerformanceFrequency(LARGE_INTEGER* ticksPerSecond);
 
 // Bias is the zone's standard time, north and south of the equator: the smallest offset from UTC that it has at the

@@ -47,6 +47,7 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/Platform/" DESTINATION "${header_destin
         PATTERN "Mortise/TomlParser.h" EXCLUDE
         PATTERN "ZBLCFGAPI/ConfigurationService.h" EXCLUDE
         PATTERN "ZBLCore/I18NUtf8.h" EXCLUDE
+        PATTERN "ZBLCore/ZBLExceptionMembers.h" EXCLUDE
         PATTERN "ZBLCore/ZBLMessageCatalogue.h" EXCLUDE
         PATTERN "ZBLCore/ZBLMessageLines.h" EXCLUDE
         PATTERN "ZBLCore/ZBLTextSubstitution.h" EXCLUDE

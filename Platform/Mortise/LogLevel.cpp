@@ -1,14 +1,13 @@
 #include "Mortise/LogLevel.h"
 
-#include <atomic>
 #include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "Mortise/SettingsStore.h"
+#include "OS/Published.h"
 #include "PlatformHooks.h"
 
 namespace brindle_platform {
@@ -18,23 +17,13 @@ constexpr int kDefaultLevel = 3;
 
 using Levels = std::map<std::string, int, std::less<>>;
 
-// Every table that was ever published: readers hold no lock, so none is freed.
-struct LevelTables {
-    std::mutex lock;
-    std::vector<std::unique_ptr<const Levels>> tables;
-};
-
-constinit std::atomic<const Levels*> g_levels{nullptr};
-
-LevelTables& levelTables() {
-    static LevelTables& instance = *new LevelTables();
-    return instance;
-}
+constinit Published<Levels> g_levels;
+constinit std::mutex g_levelChange;
 
 } // namespace
 
 int logLevelOf(std::string_view entry) {
-    if (const Levels* levels = g_levels.load(std::memory_order_acquire)) {
+    if (const Levels* levels = g_levels.get()) {
         if (const auto found = levels->find(entry); found != levels->end()) return found->second;
     }
     if (const auto level = findNumber<int>("Log", entry)) return *level;
@@ -42,17 +31,16 @@ int logLevelOf(std::string_view entry) {
 }
 
 void setLogLevel(const I18NString& name, int level) {
-    LevelTables& all = levelTables();
-    const std::lock_guard guard(all.lock);
-    const Levels* current = g_levels.load(std::memory_order_relaxed);
-    auto next = current == nullptr ? std::make_unique<Levels>() : std::make_unique<Levels>(*current);
-    next->insert_or_assign(std::string(name.bytes()), level);
-    g_levels.store(all.tables.emplace_back(std::move(next)).get(), std::memory_order_release);
+    const std::lock_guard guard(g_levelChange);
+    const Levels* const current = g_levels.get();
+    Levels next = current == nullptr ? Levels() : *current;
+    next.insert_or_assign(std::string(name.bytes()), level);
+    g_levels.set(std::move(next));
 }
 
 void clearLogLevels() {
-    const std::lock_guard guard(levelTables().lock);
-    g_levels.store(nullptr, std::memory_order_release);
+    const std::lock_guard guard(g_levelChange);
+    g_levels.clear();
 }
 
 } // namespace brindle_platform

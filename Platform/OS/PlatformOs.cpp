@@ -109,20 +109,8 @@ namespace brindle_platform {
 
 void setPerformanceCounterPresent(bool present) { g_counterPresent = present; }
 
-void setPerformanceCounter(std::function<std::int64_t()> ticks) {
-    if (ticks) {
-        g_counter.set(std::move(ticks));
-    } else {
-        g_counter.clear();
-    }
-}
+void setPerformanceCounter(std::function<std::int64_t()> ticks) { g_counter.setOrClear(std::move(ticks)); }
 
-void setTimeZoneBias(std::optional<int> minutes) {
-    if (minutes) {
-        g_bias.set(*minutes);
-    } else {
-        g_bias.clear();
-    }
-}
+void setTimeZoneBias(std::optional<int> minutes) { g_bias.setOrClear(minutes); }
 
 } // namespace brindle_platform

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <mutex>
 #include <system_error>
-#include <vector>
 
 #include "OS/Environment.h"
 #include "PlatformHooks.h"

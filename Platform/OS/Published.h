@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <type_traits>
 #include <utility>
 
 namespace brindle_platform {
@@ -27,6 +28,18 @@ public:
     }
 
     void clear() noexcept { m_inForce.store(nullptr, std::memory_order_release); }
+
+    // Sets the value, a function or what a std::optional holds; an empty one clears.
+    template <class Maybe>
+    void setOrClear(Maybe maybe) {
+        if (!maybe) {
+            clear();
+        } else if constexpr (std::is_same_v<Maybe, Value>) {
+            set(std::move(maybe));
+        } else {
+            set(*std::move(maybe));
+        }
+    }
 
 private:
     struct Node {

@@ -37,9 +37,5 @@ std::int64_t ZBLResourceCounterSet::getCurrentTimeMillis() {
 }
 
 void brindle_platform::setMillisClock(std::function<std::int64_t()> milliseconds) {
-    if (milliseconds) {
-        g_clock.set(std::move(milliseconds));
-    } else {
-        g_clock.clear();
-    }
+    g_clock.setOrClear(std::move(milliseconds));
 }

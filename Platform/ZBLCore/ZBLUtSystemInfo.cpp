@@ -36,20 +36,8 @@ unsigned long ZBLUtSystemInfo::getProcessId() {
 
 namespace brindle_platform {
 
-void setTimeStamp(std::function<I18NString(int form)> stamp) {
-    if (stamp) {
-        g_stamp.set(std::move(stamp));
-    } else {
-        g_stamp.clear();
-    }
-}
+void setTimeStamp(std::function<I18NString(int form)> stamp) { g_stamp.setOrClear(std::move(stamp)); }
 
-void setProcessId(std::optional<unsigned long> number) {
-    if (number) {
-        g_processId.set(*number);
-    } else {
-        g_processId.clear();
-    }
-}
+void setProcessId(std::optional<unsigned long> number) { g_processId.setOrClear(number); }
 
 } // namespace brindle_platform

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "ZBLIDOM/ZBLIDOM_Tree.h"
+#include "ZBLIDOM/ZBLIDOM_View.h"
 
 using zblidom::Access;
 using zblidom::Attribute;
@@ -122,11 +123,7 @@ void Writer::put(std::string_view text, Place place) {
 } // namespace
 
 I18NString ZBLIDOM_Helper::getElementText(const ZBLIDOM_Node& element) {
-    I18NString joined;
-    if (element.isNull()) return joined;
-    for (NodeData* child = zblidom::firstChildOf(*Access::node(element)); child; child = child->next)
-        if (zblidom::isText(*child)) joined.appendUtf8(zblidom::textOf(*child));
-    return joined;
+    return ZBLIDOM_View(element).getElementText();
 }
 
 I18NString ZBLIDOM_Helper::serialize(const ZBLIDOM_Node& top) {

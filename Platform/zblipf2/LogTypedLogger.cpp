@@ -100,13 +100,7 @@ void LogTypedLogger::log(const LogIndication& indication) {
 
 namespace brindle_platform {
 
-void setIndicationSink(Sink sink) {
-    if (sink) {
-        g_sink.set(std::move(sink));
-    } else {
-        g_sink.clear();
-    }
-}
+void setIndicationSink(Sink sink) { g_sink.setOrClear(std::move(sink)); }
 
 void setLoggerThreshold(const I18NString& name, int threshold) {
     const std::lock_guard guard(g_thresholdChange);

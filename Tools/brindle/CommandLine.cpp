@@ -40,9 +40,20 @@ std::string InOurStyle(std::string message) {
     return message;
 }
 
+// "-p: 1 required NAME=VALUE missing"; behind the placeholder may stand the words that it is one of.
+std::string DescribeMissingValue(const std::string& message) {
+    constexpr std::string_view kBetween = ": 1 required ";
+    const std::size_t between = message.find(kBetween);
+    if (between == message.npos) return message;
+    const std::size_t begin = between + kBetween.size();
+    const std::size_t end = std::min(message.find(":{", begin), message.rfind(" missing"));
+    return message.substr(0, between) + ": expected " + message.substr(begin, end - begin) + ", found nothing";
+}
+
 std::string WhatIsWrong(const CLI::App& program, const CLI::App& parser, const CLI::Error& error) {
     std::vector<std::string> surplus = parser.remaining();
-    if (surplus.empty()) return &parser == &program ? "a command is missing" : InOurStyle(error.what());
+    if (surplus.empty())
+        return &parser == &program ? "a command is missing" : DescribeMissingValue(InOurStyle(error.what()));
     std::string first = surplus.front();
     if (first.size() > 1 && first.front() == '-') return "unknown option '" + first + "'";
     return InOurStyle((&parser == &program ? "unknown command '" : "unexpected argument '") + first + "'");
@@ -86,6 +97,20 @@ CLI::Option* AddRepeated(CLI::App& parser, const std::string& name, std::functio
 CLI::Option* AddFile(CLI::App& parser, std::string& file) {
     return AddText(parser, "FILE", file, "", "the text; standard input if it is missing or -");
 }
+
+CLI::Validator OneOf(std::vector<std::string> words) {
+    const std::string description = "{" + CLI::detail::join(words, ",") + "}";
+    const auto check = [words = std::move(words)](const std::string& value) -> std::string {
+        if (std::find(words.begin(), words.end(), value) != words.end()) return {};
+        std::string expected;
+        for (const std::string& word : words)
+            expected += (&word == &words.front() ? "" : &word == &words.back() ? " or " : ", ") + word;
+        return "expected " + expected + ", found '" + value + "'";
+    };
+    return CLI::Validator(check, description);
+}
+
+std::string RefuseStream(const std::string& file) { return file == "-" ? "expected a file, found '-'" : ""; }
 
 std::string DescribeUsageError(const CLI::App& program, const CLI::Error& error) {
     const CLI::App& parser = ChosenParser(program);

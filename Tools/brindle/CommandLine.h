@@ -15,6 +15,7 @@ namespace CLI {
 class App;
 class Error;
 class Option;
+class Validator;
 } // namespace CLI
 
 namespace brindle_tool {
@@ -37,6 +38,12 @@ CLI::Option* AddRepeated(CLI::App& parser, const std::string& name, std::functio
 
 // The operand FILE of most commands; without it `file` stays "-".
 CLI::Option* AddFile(CLI::App& parser, std::string& file);
+
+// A check for a value that is one of the words; the completion of command lines offers them.
+CLI::Validator OneOf(std::vector<std::string> words);
+
+// A check for the name of a file where "-" stands for no stream: what is wrong, or the empty text.
+std::string RefuseStream(const std::string& file);
 
 // One line on what is wrong with the command line, and where help is to be had.
 std::string DescribeUsageError(const CLI::App& program, const CLI::Error& error);

@@ -178,9 +178,11 @@ Action DeclareCsv(CLI::App& parser) {
     const auto options = std::make_shared<Options>();
     AddText(parser, "FILE", options->file, "", "NAME.csv is comma-separated, any other name tab-separated Unicode")
         ->option_text(" ")
-        ->required();
-    CLI::Option* const target = AddText(parser, "--to", options->target, "FILE",
-                                        "write the records to FILE, in the dialect that its name says");
+        ->required()
+        ->check(RefuseStream);
+    CLI::Option* const target =
+        AddText(parser, "--to", options->target, "FILE", "write the records to FILE, in the dialect that its name says")
+            ->check(RefuseStream);
     parser.add_flag("--json", options->json, "give the records as JSON, an array of arrays")->excludes(target);
     return [options] { return Csv(*options); };
 }

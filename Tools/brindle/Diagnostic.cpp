@@ -68,7 +68,8 @@ Failure::Failure(std::string what) : m_diagnostic{kProgram, std::move(what)} {}
 
 void Show(const Diagnostic& diagnostic) {
     const bool colour = UseColour();
-    std::string text = colour ? "\x1b[1m" + diagnostic.where + ":\x1b[0m " : diagnostic.where + ": ";
+    const std::string where = diagnostic.where.empty() ? "''" : diagnostic.where; // a file without a name
+    std::string text = colour ? "\x1b[1m" + where + ":\x1b[0m " : where + ": ";
     text += diagnostic.what + "\n";
     if (colour && !diagnostic.excerpt.empty()) {
         std::string excerpt = diagnostic.excerpt;

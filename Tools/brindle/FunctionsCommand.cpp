@@ -255,7 +255,7 @@ Action DeclareFunctions(CLI::App& parser) {
             "list (unless given): the entries\ntree: the entries in their folders\n"
             "show: all about the entry or folder ID")
         ->option_text(" ")
-        ->check(CLI::IsMember({"list", "tree", "show"}));
+        ->check(OneOf({"list", "tree", "show"}));
     CLI::Option* const id = AddText(parser, "ID", options->id, "", "what to show")->option_text(" ");
     AddText(parser, "--locale", options->locale, "LOCALE", "the language of names and tips, en-us unless given");
     AddRepeated(parser, "--interface", take(options->interfaces), "CODE", "an interface in use: levels are for it");
@@ -263,13 +263,15 @@ Action DeclareFunctions(CLI::App& parser) {
     AddRepeated(parser, "--type", take(options->types), "TYPE",
                 "function, summary, operator, literal, operation or format")
         ->option_text("TYPE")
-        ->check(CLI::IsMember({"function", "summary", "operator", "literal", "operation", "format"}));
+        ->check(OneOf({"function", "summary", "operator", "literal", "operation", "format"}));
     AddRepeated(parser, "--property", take(options->properties), "KEY", "with show: a further property");
     parser.add_flag("--hidden", options->hidden, "hidden entries too");
     parser.add_flag("--json", options->json, "give a JSON array of objects");
     parser.parse_complete_callback([options, id] {
         if ((options->view == "show") != (id->count() > 0))
             throw CLI::ValidationError("ID", "show needs one ID, list and tree take none");
+        if (options->view != "show" && !options->properties.empty())
+            throw CLI::ValidationError("--property", "only show answers properties");
     });
     return [options] { return ShowFunctions(*options); };
 }

@@ -4,6 +4,9 @@
 #include <new>
 #include <string>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 
 #include "PlatformHooks.h"
@@ -20,6 +23,14 @@
 
 namespace brindle_tool {
 namespace {
+
+// The next file that is opened gets the number of a standard stream that the caller has closed, and what is meant for
+// the stream would go into that file. What takes the number here can't be used as the stream, so that its use still
+// fails.
+void OccupyStandardStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) == -1) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
 
 constexpr const char* kVersion = "brindle " BRINDLE_VERSION;
 
@@ -108,6 +119,7 @@ EExitStatus Run(int argc, const char* const* argv) {
 
 int main(int argc, char** argv) {
     using namespace brindle_tool;
+    OccupyStandardStreams();
     try {
         // A name given several times is a list of values.
         brindle_platform::overrideOption("General Options", "MultiValuesAllowed", "1");

@@ -76,7 +76,7 @@ Action DeclareName(CLI::App& parser) {
             "split: the parts of each object name\nidentifier: each TEXT as a plain identifier")
         ->option_text(" ")
         ->required()
-        ->check(CLI::IsMember(rules));
+        ->check(OneOf(rules));
     AddTexts(parser, "TEXT", options->texts, "what the rule is applied to; put -- in front if one begins with -")
         ->required();
     return [options] { return Name(*options); };

@@ -67,7 +67,7 @@ Action DeclareQuery(CLI::App& parser) {
     AddText(parser, "--database", options->database, "DB", "the SQLite database, which is only read")->required();
     AddText(parser, "--format", options->format, "FORMAT", "table (unless given), csv or json")
         ->option_text("FORMAT")
-        ->check(CLI::IsMember(FormatNames()));
+        ->check(OneOf(FormatNames()));
     AddParameterOptions(parser, options->parameters);
     AddPerformanceOption(parser, options->performance);
     return [options] { return Query(*options); };

@@ -1,11 +1,11 @@
 // The rows of a query as text, in one of three formats.
 //
 // table: for the eye. Numbers stand right, reals have 15 digits, NULL is the word; what would move the cursor or steer
-// a
-//   terminal is replaced by a visible character.
+// a terminal is replaced by a visible character.
+//
 // csv: a header line, then the rows; lines end with CR LF, a field is quoted if it has to be. NULL is an empty field,
-// the
-//   empty text is "".
+// the empty text is "".
+//
 // json: an array with one object to a line. Of columns that share a name the second gets the suffix "_2" and so on.
 //
 // In csv and json a number has all its digits, so that nothing is lost. Infinity is Inf, in json a text. A blob is

@@ -12,8 +12,8 @@ namespace brindle_tool {
 // The page brindle.1, for man. `program` has a parser for each of the commands.
 std::string MakeManualPage(const CLI::App& program, std::span<const Command> commands);
 
-// A script for bash to read. An option that takes one of some words completes to them if its validator is CLI::IsMember
-// with its own description; any other value completes to the name of a file.
+// A script for bash to read. An option that takes one of some words, which OneOf checks, completes to them; any other
+// value completes to the name of a file.
 std::string MakeBashCompletion(const CLI::App& program);
 
 } // namespace brindle_tool

@@ -13,20 +13,33 @@ say() { printf -- '-- %s\n' "$*"; }
 
 # install_packages PACKAGE...: installs those that are missing. With --no-install it only says which.
 install_packages() {
-    local package missing=()
+    local package missing=() as_root=(env DEBIAN_FRONTEND=noninteractive)
+    if ! command -v dpkg-query >/dev/null; then
+        say "no Debian packages here: nothing is installed, and the build tells what is missing"
+        return 0
+    fi
     for package in "$@"; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     if [ "$BRINDLE_INSTALL" = no ]; then
-        printf 'missing packages: %s\n' "${missing[*]}" >&2
+        printf '%s: missing packages: %s\n' "$0" "${missing[*]}" >&2
         return 1
     fi
-    local as_root=()
-    [ "$(id -u)" = 0 ] || as_root=(sudo)
+    [ "$(id -u)" = 0 ] || as_root=(sudo "${as_root[@]}")
     say "install ${missing[*]}"
-    "${as_root[@]}" apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    "${as_root[@]}" apt-get update -qq || say "the package lists cannot be fetched anew: installing by those that are there"
+    if ! "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"; then
+        printf '%s: apt-get cannot install the missing packages: %s\n' "$0" "${missing[*]}" >&2
+        return 1
+    fi
+}
+
+# Temporary files of compilers and tests lie in the project's folder from now on. Not sooner: apt-get hands its own to a
+# user who may not read there.
+keep_temporary_files_here() {
+    export TMPDIR=$PWD/build/tmp TEST_TMPDIR=$PWD/build/tmp
+    mkdir -p "$TMPDIR"
 }
 
 # build_preset PRESET TESTS [TARGET...]: configures if need be, with the tests (ON) or without (OFF: only where the tree is
