@@ -1,3 +1,5 @@
+// sort and unique order the texts by keys that lie side by side, and go to a text itself only where its key doesn't
+// decide.
 #include "QMListFunctions.h"
 
 #include <algorithm>
@@ -191,10 +193,15 @@ std::unique_ptr<AQM_MacroValue> MF_CSV::Call(const Arguments& arguments) const {
     const AQM_MacroValueArray& array = RequireArray(arguments, 0, 3573);
     const I18NString separator = arguments.Count() > 1 ? RequireString(arguments, 1, 3574) : I18NString(",");
     const I18NString quote = arguments.Count() > 2 ? RequireString(arguments, 2, 3575) : I18NString("'");
+    const I18NString between = quote + separator + quote;
+    std::size_t room = quote.bytes().size();
+    QMForEachString(array, [&](const I18NString& text) { room += between.bytes().size() + text.bytes().size(); });
     I18NString line;
+    line.reserve(std::min(room, I18NString::kMaxBytes));
     QMForEachString(array, [&](const I18NString& text) {
-        if (!line.empty()) line += separator;
-        QMAppendQuoted(line, text, quote, quote);
+        line += line.empty() ? quote : between;
+        QMAppendDoubled(line, text, quote);
     });
+    if (!line.empty()) line += quote;
     return QMMakeString(std::move(line));
 }

@@ -1,3 +1,4 @@
+// The built-in functions are static objects: they are made while the library is loaded, and nothing changes them.
 #include "QMMacroBuiltIns.h"
 
 #include "QMListFunctions.h"

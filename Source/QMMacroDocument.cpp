@@ -1,7 +1,7 @@
+// What has been read but not reported yet begins at m_runByte; the next report makes a text node of it.
 #include "QMMacroDocument.h"
 
 #include <cstdint>
-#include <string>
 
 #include "Mortise/AUT_Text.h"
 #include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"

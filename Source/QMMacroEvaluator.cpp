@@ -1,3 +1,5 @@
+// The stack owns what is on it. A call puts its result in the place of its frame when nothing can fail any more, so
+// that a failure leaves the frame as it was.
 #include "AQM_MacroEvaluator.h"
 
 #include <cstring>
@@ -19,16 +21,6 @@ constexpr long kCodeUnknownFunction = 1221;
     QEException failure(ZBLSeverity::error, code);
     QEAddMessages(failure, message, parameterCount, parameter);
     QELogAndThrow(failure, "Source/QMMacroEvaluator", line);
-}
-
-const I18NString& Concatenation() {
-    static const I18NString name("+");
-    return name;
-}
-
-const I18NString& ConvertToString() {
-    static const I18NString name("_cts");
-    return name;
 }
 
 } // namespace
@@ -92,11 +84,11 @@ AQM_MacroValue* AQM_MacroEvaluator::Concatenate() {
 void AQM_MacroEvaluator::DoCall(const I18NString& name) {
     if (stack.empty()) return;
     const int count = GetNumberOfArguments();
-    if (name == Concatenation()) {
+    if (name == QMConcatenation()) {
         if (count == 2) ReplaceTop(Concatenate());
         return;
     }
-    if (name == ConvertToString()) {
+    if (name == QMConversionToString()) {
         if (count > 1) return;
         AQM_MacroValue* const argument = count ? TopFrame()->values.front() : nullptr;
         if (count == 0) {

@@ -189,7 +189,7 @@ void AQM_MacroExpander::Analyze(const I18NString& text, const AQU_I_ParameterAcc
 void AQM_MacroExpander::GetMacroPositions(const I18NString& text, std::vector<PositionInfo>& out) {
     const QMX_ParserSetLease set;
     Parse(*set, text, EMacroRunMode::positions, 2817);
-    // The list of a caller who collects from many texts has to grow in leaps, not anew for each text.
+    // Only a new list: an exact room for each text would have the list of a caller who collects copied each time.
     if (out.empty()) out.reserve(set->lexer.GetPositions().size());
     for (const QMX_BlockPosition& block : set->lexer.GetPositions())
         out.push_back(MakePosition(block));

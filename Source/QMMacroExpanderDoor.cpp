@@ -1,3 +1,4 @@
+// The exported class forwards each call, so that its header shows nothing of how an expansion works.
 #include "AQM_I_MacroExpander.h"
 
 #include "QMMacroExpander.h"

@@ -1,3 +1,5 @@
+// There is one function for each start condition. It reads one token, leaves the token's bounds in m_tokenBegin and
+// m_tokenEnd, and tells bytes apart by a table of classes.
 #include "QMMacroExpanderLexer.h"
 
 #include <algorithm>
@@ -187,10 +189,9 @@ std::size_t QMX_MacroExpanderLexer::SkipTextLineComment(std::size_t at) {
 
 // Macro blocks.
 
-bool QMX_MacroExpanderLexer::TakeParameterBlock(std::string_view& name) {
+bool QMX_MacroExpanderLexer::TakeParameterBlockInText(std::string_view& name) {
     const std::size_t begin = m_tokenEnd;
-    if (m_condition != ECondition::text || Size() - begin < 4 || m_text[begin] != '#' || m_text[begin + 1] != '$' ||
-        !Is(ByteAt(begin + 2), kNameStart))
+    if (Size() - begin < 4 || m_text[begin] != '#' || m_text[begin + 1] != '$' || !Is(ByteAt(begin + 2), kNameStart))
         return false;
     const std::size_t end = EndOfName(begin + 3);
     if (end == Size() || m_text[end] != '#') return false;

@@ -41,7 +41,9 @@ public:
 
     // Takes a whole block that is one parameter and nothing else, "#$name#", if the text goes on with one, and answers
     // its name, a piece of the text. Most blocks are of this form, and the grammar has nothing to add to it.
-    bool TakeParameterBlock(std::string_view& name);
+    bool TakeParameterBlock(std::string_view& name) {
+        return m_condition == ECondition::text && TakeParameterBlockInText(name);
+    }
 
     // The parser switches to the name in brackets and back.
     void SetCondition(ECondition condition) { m_condition = condition; }
@@ -61,6 +63,7 @@ public:
     void Reset();
 
 private:
+    bool TakeParameterBlockInText(std::string_view& name);
     int NextInText();
     int NextInMacro(QMX_TokenValue& value);
     int NextInBracket(QMX_TokenValue& value);

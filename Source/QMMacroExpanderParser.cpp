@@ -1,3 +1,5 @@
+// A rule takes the nodes of its operands from the stack of nodes and puts the node that it makes of them there. All
+// trees of a run lie in one memory, which is given back at the end of the run.
 #include "QMMacroExpanderParser.h"
 
 #include <memory>
@@ -78,6 +80,7 @@ void QMX_MacroExpanderParser::Reset() {
         if (block.expression) std::destroy_at(block.expression);
     ClearAndShrink(m_blocks);
     ClearAndShrink(m_nodes);
+    ClearAndShrink(m_arguments);
     m_memory.release();
 }
 
@@ -138,10 +141,9 @@ void QMX_MacroExpanderParser::BuildConcat() {
 
 void QMX_MacroExpanderParser::BuildFunction(const QMX_TokenValue& name, long argumentCount) {
     if (!IsBuilding()) return;
-    const auto first = m_nodes.end() - argumentCount;
-    const std::vector<AQM_MacroExprNode*> arguments(m_nodes.rbegin(), m_nodes.rbegin() + argumentCount);
-    m_nodes.erase(first, m_nodes.end());
-    m_nodes.push_back(Current().CreateFn(*name.symbol, arguments, AQM_MacroExprNode::MOC_Function));
+    m_arguments.assign(m_nodes.rbegin(), m_nodes.rbegin() + argumentCount);
+    m_nodes.erase(m_nodes.end() - argumentCount, m_nodes.end());
+    m_nodes.push_back(Current().CreateFn(*name.symbol, m_arguments, AQM_MacroExprNode::MOC_Function));
 }
 
 QMX_TokenValue QMX_MacroExpanderParser::ReportName(const char* element, const QMX_TokenValue& name) {

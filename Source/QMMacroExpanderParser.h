@@ -80,6 +80,7 @@ private:
     qmxpstate* m_state;
     bool m_failed = false;
     std::vector<AQM_MacroExprNode*> m_nodes;
+    std::vector<AQM_MacroExprNode*> m_arguments; // of the function that is being built
     std::vector<QMX_ParsedBlock> m_blocks;
     // All trees of a run lie here; the first piece serves every run.
     std::array<std::byte, 16384> m_firstMemory;

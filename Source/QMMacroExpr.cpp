@@ -1,3 +1,5 @@
+// An expression only ends its nodes: their memory goes as a whole. The walk keeps its open nodes in a list of its own,
+// not on the machine stack.
 #include "AQM_MacroExpr.h"
 
 #include <array>
@@ -8,6 +10,8 @@ namespace {
 
 // The memory that an expression of its own begins with.
 constexpr std::size_t kFirstBlock = 512;
+// Most blocks are a call or two, and have no more nodes than this.
+constexpr std::size_t kFirstNodes = 8;
 
 struct OpenNode {
     AQM_MacroExprNode* node;
@@ -127,13 +131,13 @@ void AQM_MacroExprNode::Dispatch(AQM_I_MacroExprVisitor& visitor) {
 // Any class of node can bear any code, so the code doesn't tell whether there is a text. The exact classes are told by
 // their type at the cost of a pointer comparison; a node without a text answers the empty string.
 const I18NString& AQM_MacroExprNode::Text() const {
-    static const I18NString empty;
-    const std::type_info& type = typeid(*this);
-    if (type == typeid(AQM_MacroExprNodeParameterLookup) || type == typeid(AQM_MacroExprNodeString))
+    static const I18NString& empty = *new I18NString();
+    const std::type_info* const type = &typeid(*this);
+    if (type == &typeid(AQM_MacroExprNodeParameterLookup) || type == &typeid(AQM_MacroExprNodeString))
         return static_cast<const AQM_MacroExprNodeString*>(this)->text;
-    if (type == typeid(AQM_MacroExprNodeParameterMapLookup))
+    if (type == &typeid(AQM_MacroExprNodeParameterMapLookup))
         return static_cast<const AQM_MacroExprNodeParameterMapLookup*>(this)->text;
-    if (type == typeid(AQM_MacroExprNodeFunction)) return static_cast<const AQM_MacroExprNodeFunction*>(this)->text;
+    if (type == &typeid(AQM_MacroExprNodeFunction)) return static_cast<const AQM_MacroExprNodeFunction*>(this)->text;
     if (const auto* leaf = dynamic_cast<const AQM_MacroExprNodeString*>(this)) return leaf->text;
     if (const auto* lookup = dynamic_cast<const AQM_MacroExprNodeParameterMapLookup*>(this)) return lookup->text;
     if (const auto* function = dynamic_cast<const AQM_MacroExprNodeFunction*>(this)) return function->text;
@@ -151,6 +155,7 @@ AQM_MacroExpr::AQM_MacroExpr()
 AQM_MacroExpr::AQM_MacroExpr(std::pmr::memory_resource& memory)
     : AQM_MacroExprNode(&memory), m_memory(&memory), allNodes(&memory) {
     SetOpCode(MOC_Expression);
+    allNodes.reserve(kFirstNodes);
 }
 
 AQM_MacroExpr* AQM_MacroExpr::Create() { return new AQM_MacroExpr; }

@@ -1,3 +1,5 @@
+// A node whose children are its operands gets an argument frame before they are walked. Its own visit turns the frame
+// into `result`, and PostVisit hands `result` to the parent's frame.
 #include "QMMacroExprExecute.h"
 
 #include <algorithm>
@@ -17,18 +19,8 @@
 namespace {
 
 constexpr int kDefaultNesting = 5;
-// Each level is a nested call on the machine stack, so there is an end to what the option can ask for.
+// Each level is a nested call on the machine stack, so the option can't ask for more.
 constexpr long kDeepestNesting = 1000;
-
-const I18NString& ConversionToText() {
-    static const I18NString name("_cts");
-    return name;
-}
-
-const I18NString& Concatenation() {
-    static const I18NString name("+");
-    return name;
-}
 
 // A name as it is looked up: the "]]" of a bracketed name is one "]". Few names hold one, so only those are copied.
 class LookupName {
@@ -71,6 +63,7 @@ void AQM_MacroExprExecute::PreVisit(AQM_MacroExprNode* node) {
 
 void AQM_MacroExprExecute::PostVisit(AQM_MacroExprNode* node) {
     if (!node->GetParent()) return;
+    // The value of these is in the parent's frame already, or there is none; no parser makes 101 and 102.
     switch (static_cast<int>(node->GetOpCode())) {
     case 100:
     case 101:
@@ -112,7 +105,7 @@ I18NString AQM_MacroExprExecute::ExpandNested(const I18NString& text) {
 }
 
 void AQM_MacroExprExecute::VisitOpExpression(AQM_MacroExprNode*) {
-    evaluator.DoCall(ConversionToText());
+    evaluator.DoCall(QMConversionToString());
     result.reset(evaluator.PopValue());
 }
 
@@ -122,7 +115,7 @@ void AQM_MacroExprExecute::VisitOpLiteral(EMacroOpCode, const I18NString& text) 
 }
 
 void AQM_MacroExprExecute::Binary(EMacroOpCode) {
-    evaluator.DoCall(Concatenation());
+    evaluator.DoCall(QMConcatenation());
     result.reset(evaluator.PopValue());
 }
 
@@ -176,7 +169,7 @@ void AQM_MacroExprExecute::VisitOpParameterLookupArray(EMacroOpCode, const I18NS
 
 // The key has been computed into the frame that was opened before the walk of the key's node.
 I18NString AQM_MacroExprExecute::PopKey() {
-    evaluator.DoCall(ConversionToText());
+    evaluator.DoCall(QMConversionToString());
     const std::unique_ptr<AQM_MacroValue> value(evaluator.PopValue());
     const AQM_MacroValueString* const key = QMAsString(value.get());
     return key ? key->GetValue() : I18NString();
@@ -207,10 +200,11 @@ void AQM_MacroExprExecute::VisitOpParameterMapRef(EMacroOpCode, const I18NString
     if (reportNode) ReportChild(Report("ParameterMapRef"), "name", lookup);
 }
 
-I18NString AQM_MacroExprExecute::GetResultText() const {
+const I18NString& AQM_MacroExprExecute::GetResultText() const {
+    static const I18NString& array = *new I18NString("array");
+    static const I18NString& nothing = *new I18NString();
     if (const AQM_MacroValueString* const text = QMAsString(result.get())) return text->GetValue();
-    if (result && result->GetValueType() == AQM_MacroValue::MVT_Array) return "array";
-    return {};
+    return QMAsArray(result.get()) ? array : nothing;
 }
 
 ZBLIDOM_Element AQM_MacroExprExecute::Report(const char* element) const {

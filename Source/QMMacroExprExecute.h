@@ -52,7 +52,7 @@ public:
     // appended.
     void AppendParameter(std::string_view name, I18NString& out);
     // The value of the node visited last, as text: a string's own, "array" for an array, nothing for no value.
-    I18NString GetResultText() const;
+    const I18NString& GetResultText() const;
 
 private:
     I18NString PopKey();

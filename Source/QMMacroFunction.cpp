@@ -1,10 +1,10 @@
+// All failures of the built-in functions are raised here, in one way; the caller's line tells them apart in the log.
 #include "QMMacroFunction.h"
 
 #include <utility>
 
 #include "Mortise/AUT_Text.h"
 
-#include "AQE_TextUtilities.h"
 #include "QEException.h"
 
 #include "QEMessageNumbers.h"
@@ -84,12 +84,24 @@ const AQM_MacroValueArray& MF_BuiltIn::RequireArray(const Arguments& arguments, 
     return *array;
 }
 
-void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing) {
-    out += opening;
-    if (I18NFindBytes(text.bytes(), closing.bytes()) == std::string_view::npos)
+void QMAppendDoubled(I18NString& out, const I18NString& text, const I18NString& mark) {
+    const std::string_view bytes = text.bytes();
+    std::size_t copied = 0;
+    for (std::size_t end; (end = I18NFindBytes(bytes, mark.bytes(), copied)) != std::string_view::npos;) {
+        end += mark.bytes().size();
+        out.appendValidUtf8(bytes.substr(copied, end - copied));
+        out += mark;
+        copied = end;
+    }
+    if (copied == 0)
         out += text;
     else
-        out += AQE_SearchAndReplace(text, closing, closing + closing);
+        out.appendValidUtf8(bytes.substr(copied));
+}
+
+void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing) {
+    out += opening;
+    QMAppendDoubled(out, text, closing);
     out += closing;
 }
 

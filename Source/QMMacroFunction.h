@@ -63,7 +63,9 @@ private:
     int m_returnType;
 };
 
-// Appends the text between the two marks, with each `closing` in it doubled; an empty one isn't.
+// Appends the text, which isn't `out`, with each `mark` in it doubled; an empty one isn't.
+void QMAppendDoubled(I18NString& out, const I18NString& text, const I18NString& mark);
+// The same between two marks, of which the closing one is doubled in the text.
 void QMAppendQuoted(I18NString& out, const I18NString& text, const I18NString& opening, const I18NString& closing);
 // A new string value.
 std::unique_ptr<AQM_MacroValue> QMMakeString(I18NString text);

@@ -1,3 +1,4 @@
+// The pool is a list under one lock. Sets move between it and a lease by splicing, which takes no memory.
 #include "QMMacroParserPool.h"
 
 #include <new>

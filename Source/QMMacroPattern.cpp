@@ -1,3 +1,4 @@
+// A pattern is read once, into a literal and three flags; to match is then to look for the literal's bytes.
 #include "QMMacroPattern.h"
 
 #include "ZBLCore/I18NCodePoint.h"

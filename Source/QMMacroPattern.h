@@ -1,7 +1,7 @@
 // The pattern of the macro functions "grep" and "substitute": a literal text with at most a negation and two anchors.
 #pragma once
 
-#include <string>
+#include <cstddef>
 #include <string_view>
 
 #include "QMMacroFunction.h"

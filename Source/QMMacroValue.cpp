@@ -1,8 +1,10 @@
+// Values take their memory from QMValueMemory, and arrays free what is in them without recursion.
+#include "AQM_MacroValue.h"
+
 #include <memory>
 #include <utility>
 
 #include "AQM_I_MacroFunction.h"
-#include "AQM_MacroValue.h"
 
 #include "QMValueMemory.h"
 

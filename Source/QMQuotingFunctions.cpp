@@ -1,3 +1,4 @@
+// Each function wraps or converts one string; where it takes an array, each string in it.
 #include "QMQuotingFunctions.h"
 
 #include "AQE_UrlEncoding.h"
@@ -6,14 +7,17 @@ namespace {
 
 using enum AQM_MacroValue::MacroValueType;
 
-I18NString Wrap(const char* opening, const char* closing, const I18NString& text) {
+I18NString Wrap(const I18NString& opening, const I18NString& closing, const I18NString& text) {
     I18NString wrapped;
     wrapped.reserve(text.bytes().size() + 2);
     QMAppendQuoted(wrapped, text, opening, closing);
     return wrapped;
 }
 
-I18NString InApostrophes(const I18NString& text) { return Wrap("'", "'", text); }
+I18NString InApostrophes(const I18NString& text) {
+    static const I18NString& apostrophe = *new I18NString("'");
+    return Wrap(apostrophe, apostrophe, text);
+}
 
 // One string converted, or each string of one array; null for another value.
 std::unique_ptr<AQM_MacroValue> ConvertStringOrArray(const AQM_MacroValue* value,

@@ -1,3 +1,5 @@
+// Blocks have one size. Each thread keeps those that it gives back in a linked list, up to a bound; anything else goes
+// to the general allocator.
 #include "QMValueMemory.h"
 
 #include <new>
@@ -31,8 +33,8 @@ struct FreeBlocks {
     std::size_t most; // 0 before the thread's first release, and again at its end
 };
 
-// Nothing is to be made or ended here, and the loader finds room for it in the block that every thread has from its
-// start: an access needs no call.
+// It needs neither a constructor nor a destructor, and the loader puts it into the block that every thread has from its
+// start, so an access needs no call.
 __attribute__((tls_model("initial-exec"))) constinit thread_local FreeBlocks freeBlocks{};
 
 void* Take() {

@@ -16,9 +16,8 @@ const I18NString& AQU_EnvironmentMapName() {
 }
 
 bool AQU_MultiValuesAllowed() {
-    static const I18NString& section = *new I18NString("General Options");
-    static const I18NString& name = *new I18NString("MultiValuesAllowed");
-    return AUT_I_UserConfiguration::Create(1)->GetInteger(section, name, 0) != 0;
+    static constinit AUT_UserInteger option("General Options", "MultiValuesAllowed", 0);
+    return option.Get() != 0;
 }
 
 AQU_I_ParameterMap::~AQU_I_ParameterMap() = default;
@@ -51,9 +50,9 @@ int AQU_ParameterMapApp::Get(const I18NString& map, const I18NString& key, std::
 
 int AQU_ParameterMapApp::Get(const I18NString& map, const I18NString& key, I18NString& value) {
     if (!(map == mapName)) return kMapNotServed;
-    const auto [first, last] = entries.equal_range(key);
-    if (first == last) return kNoSuchKey;
-    value = std::prev(last)->second;
+    const auto behind = entries.upper_bound(key);
+    if (behind == entries.begin() || std::prev(behind)->first != key) return kNoSuchKey;
+    value = std::prev(behind)->second;
     return kFound;
 }
 

@@ -18,6 +18,6 @@ inline constexpr int kNoConfigurationFile = -4;
 // lookup makes no string for it.
 const I18NString& AQU_EnvironmentMapName();
 
-// Whether the user option "MultiValuesAllowed" of "General Options" is other than 0. It is read anew each time, so that
-// a program can change it between two calls.
+// Whether the user option "MultiValuesAllowed" of "General Options" is other than 0. Each call sees what it is by then,
+// so that a program can change it between two calls.
 bool AQU_MultiValuesAllowed();

@@ -40,3 +40,14 @@ AUT_RefPtr<AUT_I_UserConfiguration> AUT_I_UserConfiguration::Create(int rootKey)
     if (rootKey == kUserRootKey) return AUT_RefPtr<AUT_I_UserConfiguration>(new UserConfiguration());
     return AUT_RefPtr<AUT_I_UserConfiguration>(new EmptyConfiguration());
 }
+
+// The changes are counted before the search, so an answer that another change overtakes bears a count that is past.
+int AUT_UserInteger::Get() {
+    constexpr int kHalf = 32;
+    const std::uint32_t changes = brindle_platform::countOptionChanges();
+    const std::uint64_t last = m_answer.load(std::memory_order_relaxed);
+    if (last >> kHalf == changes) return static_cast<int>(static_cast<std::uint32_t>(last));
+    const int answer = brindle_platform::findNumber<int>(m_section, m_name).value_or(m_default);
+    m_answer.store(std::uint64_t{changes} << kHalf | static_cast<std::uint32_t>(answer), std::memory_order_relaxed);
+    return answer;
+}

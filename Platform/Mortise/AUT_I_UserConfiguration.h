@@ -6,6 +6,9 @@
 // inner loops: neither takes a lock nor touches a file.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+
 #include "Mortise/AUT_RefPtr.h"
 #include "PlatformApi.h"
 #include "ZBLCore/I18NString.h"
@@ -26,4 +29,21 @@ public:
     // Root key 1 is the user's store; under any other nothing is set. The object may be read on any thread, its handles
     // stay on one.
     static AUT_RefPtr<AUT_I_UserConfiguration> Create(int rootKey);
+};
+
+// One integer of the user's store, for code that asks for it again and again. It answers what a reader made at that
+// moment would, but searches only if the options have changed since it was asked last. Borrows the two names. Any
+// thread.
+class BRINDLE_PLATFORM_API AUT_UserInteger {
+public:
+    constexpr AUT_UserInteger(const char* optionSection, const char* optionName, int optionDefault) noexcept
+        : m_section(optionSection), m_name(optionName), m_default(optionDefault) {}
+    int Get();
+
+private:
+    const char* m_section;
+    const char* m_name;
+    int m_default;
+    // The last answer in the lower half, above it how often the options had changed by then; 0 before the first.
+    std::atomic<std::uint64_t> m_answer{0};
 };

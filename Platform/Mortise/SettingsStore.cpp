@@ -26,10 +26,17 @@ struct Store {
 };
 
 constinit std::atomic<const Options*> g_options{nullptr};
+constinit std::atomic<std::uint32_t> g_changes{1};
 
 Store& store() {
     static Store& instance = *new Store();
     return instance;
+}
+
+// With the lock held. The table goes first, so that nobody finds the old one who has seen the new count.
+void withdrawOptions() {
+    g_options.store(nullptr, std::memory_order_release);
+    g_changes.fetch_add(1, std::memory_order_release);
 }
 
 // `fault` receives a readable text if the file isn't TOML.
@@ -88,33 +95,35 @@ const Option* findOption(std::string_view section, std::string_view name) {
     return found == options->end() ? nullptr : &found->second;
 }
 
+std::uint32_t countOptionChanges() { return g_changes.load(std::memory_order_acquire); }
+
 void setUserConfigurationFile(const I18NString& path) {
     Store& s = store();
     const std::lock_guard guard(s.lock);
     s.chosenPath = path;
     s.file.reset();
-    g_options.store(nullptr, std::memory_order_release);
+    withdrawOptions();
 }
 
 void reloadUserConfiguration() {
     Store& s = store();
     const std::lock_guard guard(s.lock);
     s.file.reset();
-    g_options.store(nullptr, std::memory_order_release);
+    withdrawOptions();
 }
 
 void overrideOption(const I18NString& section, const I18NString& name, const I18NString& value) {
     Store& s = store();
     const std::lock_guard guard(s.lock);
     s.overrides.insert_or_assign(OptionKey(section.bytes(), name.bytes()), textOption(value));
-    g_options.store(nullptr, std::memory_order_release);
+    withdrawOptions();
 }
 
 void clearOverrides() {
     Store& s = store();
     const std::lock_guard guard(s.lock);
     s.overrides.clear();
-    g_options.store(nullptr, std::memory_order_release);
+    withdrawOptions();
 }
 
 } // namespace brindle_platform

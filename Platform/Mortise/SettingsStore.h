@@ -18,6 +18,10 @@ namespace brindle_platform {
 // read.
 const Option* findOption(std::string_view section, std::string_view name);
 
+// How often the options have changed, counted from 1. What is found after it was asked for holds as long as it stays.
+// Any thread; one load.
+std::uint32_t countOptionChanges();
+
 // The option as a number that fits the type; none if it is anything else.
 template <class Integer>
 std::optional<Integer> findNumber(std::string_view section, std::string_view name) {

@@ -21,6 +21,36 @@ I18NString::index asIndex(std::size_t count) { return static_cast<I18NString::in
 
 std::string_view viewOf(const char* text) { return text ? std::string_view(text) : std::string_view(); }
 
+template <class Word>
+Word wordAt(const char* at) {
+    Word word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+// Whether all bytes are below 0x80, looked at as two words that may overlap.
+template <class Word>
+bool isAsciiInTwo(std::string_view bytes) {
+    constexpr auto kHighBits = static_cast<Word>(0x8080808080808080);
+    const Word both = wordAt<Word>(bytes.data()) | wordAt<Word>(bytes.data() + bytes.size() - sizeof(Word));
+    return (both & kHighBits) == 0;
+}
+
+// Whether the text is so short that a look tells that it is ASCII, as most names and values are.
+bool isShortAscii(std::string_view bytes) {
+    if (bytes.size() > 2 * sizeof(std::uint64_t)) return false;
+    if (bytes.size() >= sizeof(std::uint64_t)) return isAsciiInTwo<std::uint64_t>(bytes);
+    if (bytes.size() >= sizeof(std::uint32_t)) return isAsciiInTwo<std::uint32_t>(bytes);
+    unsigned bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<unsigned char>(byte);
+    return bits < 0x80;
+}
+
+std::string_view shortAsciiOrNothing(std::string_view bytes) {
+    return isShortAscii(bytes) ? bytes : std::string_view();
+}
+
 // Slides a window from the end to the start and keeps its hash, the sum of byte[k] * kBase^k modulo a prime; only a
 // window with the pattern's hash is compared.
 std::size_t lastOccurrenceOfLong(std::string_view text, std::string_view pattern) {
@@ -60,19 +90,21 @@ std::size_t lastOccurrence(std::string_view text, std::string_view pattern) {
 // others.
 std::size_t I18NFindBytes(std::string_view text, std::string_view pattern, std::size_t from) noexcept {
     if (pattern.empty()) return kNowhere;
+    if (pattern.size() == 1) return text.find(pattern.front(), from);
     if (pattern.size() <= kShortPattern) return text.find(pattern, from);
     if (from > text.size()) return kNowhere;
     const void* hit = memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
     return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) : kNowhere;
 }
 
-I18NString::I18NString(const char* utf8) { appendUtf8(viewOf(utf8)); }
+I18NString::I18NString(const char* utf8) : I18NString(viewOf(utf8)) {}
 
-I18NString::I18NString(const char* bytes, std::size_t count) {
-    if (bytes) appendUtf8({bytes, count});
+I18NString::I18NString(const char* bytes, std::size_t count)
+    : I18NString(bytes ? std::string_view(bytes, count) : std::string_view()) {}
+
+I18NString::I18NString(std::string_view utf8) : m_bytes(shortAsciiOrNothing(utf8)), m_size(asIndex(m_bytes.size())) {
+    if (m_bytes.size() != utf8.size()) appendUtf8(utf8);
 }
-
-I18NString::I18NString(std::string_view utf8) { appendUtf8(utf8); }
 
 I18NString::I18NString(const char* bytes, std::size_t count, const char* encoding)
     : I18NString(decodeText({bytes, bytes ? count : 0}, encoding)) {}
@@ -145,7 +177,7 @@ I18NString& I18NString::appendUtf8(std::string_view utf8) {
 I18NString& I18NString::appendValidUtf8(std::string_view utf8) {
     assert(wellFormedPrefix(utf8).bytes == utf8.size());
     requireRoom(utf8.size());
-    const std::size_t codePoints = countCodePoints(utf8);
+    const std::size_t codePoints = isShortAscii(utf8) ? utf8.size() : countCodePoints(utf8);
     m_bytes.append(utf8);
     m_size += asIndex(codePoints);
     return *this;
