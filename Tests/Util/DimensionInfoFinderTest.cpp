@@ -59,6 +59,10 @@ TEST(DimensionInfoFinder, InfersTheHierarchies) {
         "12345678; ; 736 245 85672 251 5764 -> H1 L1=25678 H2 L2=4567 H3 L3=125 H4 L4=245 H5 L5=367",
         // The lone level of a key goes below those without a key; the second call lists it, too.
         "12345; 4; 12 1 45 -> H2 L3=1 L2=2 L1*=4|53 || H1 L1*=4|53 H2 L3=1 L2=2 L1*=4|53",
+        "123; 2 1; 3 -> H2 L2*=2 H3 L3=3 L1*=1 || H1 L1*=1 H2 L2*=2 H3 L3=3 L1*=1",
+        "123; 1 13 23; 2 -> H1 L2=3|1 L1=2 H3 L4=2 L3*=1 || H1 L2=3|1 L1=2 H2 L3*=1 H3 L4=2 L3*=1",
+        // A parent has more items than the group.
+        "123; ; 12 123 23 13 3 2 -> H1 L3=2 L2=1 L1=3 H2 L5=3 L4=1 H3 L3=2 L6=3",
         // The one hierarchy takes the items that stand nowhere, two take none. A set with an unknown item is left out.
         "1239; 12 14; 1 123 18 321 11 ; -> H1 L2=1 L1=2|39", "12349; 12 4; 1 12 4 -> H1 L2=1 L1=2 H2 L3*=4",
         // A key that an open group holds whole ends the analysis; what was found stands.
