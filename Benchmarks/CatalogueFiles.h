@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_benchmark {
 
@@ -30,7 +30,7 @@ public:
 private:
     void Write(const std::string& name, const std::string& content);
 
-    TemporaryDirectory m_root;
+    brindle_test::TemporaryDirectory m_root;
     std::vector<std::string> m_files;
 };
 

@@ -22,7 +22,7 @@
 #include "AQU_csvFile_v2.h"
 
 #include "Inputs.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_benchmark {
 namespace {
@@ -167,7 +167,7 @@ void Register(const char* run, const std::function<void()>& work) {
 } // namespace
 
 void RegisterCsvRuns() {
-    const auto directory = std::make_shared<const TemporaryDirectory>();
+    const auto directory = std::make_shared<const brindle_test::TemporaryDirectory>();
     const auto rows = std::make_shared<Rows>(MakeRows());
     const std::string input = directory->Path() + "/input.csv";
     const std::string output = directory->Path() + "/output.csv";

@@ -22,7 +22,7 @@
 
 #include "CountedHeap.h"
 #include "RunBenchmarks.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_benchmark {
 namespace {
@@ -132,7 +132,7 @@ int main(int argc, char** argv) {
     using namespace brindle_benchmark;
     brindle_platform::setLoggerThreshold("Perf.QFS", 20000);
     TarnPerformance::Initialize("benchmark");
-    std::optional<TemporaryDirectory> records; // runs write there too
+    std::optional<brindle_test::TemporaryDirectory> records; // runs write there too
     const int status = RunBenchmarks(argc, argv, [&records](std::string_view) {
         CheckRecord(records.emplace().Path());
         Register();

@@ -25,7 +25,7 @@
 #include "AQF_Initialize.h"
 
 #include "FuzzCheck.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -51,7 +51,7 @@ public:
 private:
     inline static const std::string kFolder = "configuration/functions/";
 
-    TemporaryDirectory m_directory;
+    brindle_test::TemporaryDirectory m_directory;
 };
 
 // The message of the failure; empty if the file was read.

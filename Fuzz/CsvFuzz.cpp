@@ -12,7 +12,7 @@
 #include "AQU_csvFile_v2.h"
 
 #include "FuzzCheck.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -111,7 +111,7 @@ bool IsWide(const Record& record) {
 
 void Run(const Form& form, std::string_view bytes) {
     brindle_platform::setDefaultEncoding(form.encoding);
-    static const TemporaryDirectory directory;
+    static const brindle_test::TemporaryDirectory directory;
     const auto write = [&form](std::string_view text) {
         return directory.Write(form.file, std::string(form.mark).append(text));
     };

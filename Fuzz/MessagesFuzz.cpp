@@ -18,7 +18,7 @@
 #include "ZBLCore/ZBLTextSubstitution.h"
 
 #include "FuzzCheck.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -146,7 +146,7 @@ void RequireLinesApart(std::string_view content, const Texts& texts) {
 }
 
 void RequireThroughTheDoor(std::string_view content, const Texts& texts, const std::vector<I18NString>& parameters) {
-    static const TemporaryDirectory directory;
+    static const brindle_test::TemporaryDirectory directory;
     static int fileCount = 0;
     if (std::hash<std::string_view>()(content) % kOneFileOf != 0 || ++fileCount > kMaxFiles) return;
     if (fileCount == 1) {

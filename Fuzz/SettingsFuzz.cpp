@@ -17,7 +17,7 @@
 #include "PlatformHooks.h"
 
 #include "FuzzCheck.h"
-#include "TemporaryDirectory.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace brindle_fuzz {
 namespace {
@@ -124,7 +124,7 @@ void RequireFault(std::string_view fault, std::string_view bytes) {
 
 // Readers of options answer from a file as from the options; with a fault there is one record, which names the file.
 void RequireThroughTheDoor(std::string_view bytes, const Options& options, const std::string& fault) {
-    static const TemporaryDirectory directory;
+    static const brindle_test::TemporaryDirectory directory;
     static const AUT_RefPtr<AUT_I_UserConfiguration> reader = AUT_I_UserConfiguration::Create(1);
     static std::vector<I18NString> records;
     const std::string path = directory.Write("settings.toml", bytes);

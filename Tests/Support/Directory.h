@@ -4,7 +4,6 @@
 //     struct CsvFile : testing::Test, brindle_test::Directory {};
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,13 +11,12 @@
 
 #include "PlatformHooks.h"
 
+#include "Support/TemporaryDirectory.h"
+
 namespace brindle_test {
 
 struct Directory {
-    Directory() {
-        if (mkdtemp(m_directory.data()) == nullptr) std::abort();
-        std::filesystem::current_path(m_directory);
-    }
+    Directory() { std::filesystem::current_path(m_directory); }
     Directory(const Directory&) = delete;
     Directory& operator=(const Directory&) = delete;
     ~Directory() {
@@ -26,7 +24,7 @@ struct Directory {
         setLogSink(nullptr), setIndicationSink(nullptr), clearLogLevels(), clearLoggerThresholds(), clearOverrides();
         setPerformanceCounter(nullptr), setMillisClock(nullptr), setTimeStamp(nullptr), setProcessId({});
         setPerformanceCounterPresent(true), setDefaultEncoding(nullptr), setUserConfigurationFile("");
-        setProgramDirectory(""), std::filesystem::current_path("/"), std::filesystem::remove_all(m_directory);
+        setProgramDirectory(""), std::filesystem::current_path("/");
     }
 
     // Of a file in the directory, unless the name is a full path.
@@ -42,7 +40,8 @@ struct Directory {
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    std::string m_directory = std::filesystem::temp_directory_path() / "brindle-XXXXXX";
+    TemporaryDirectory m_made;
+    const std::string& m_directory = m_made.Path();
 };
 
 } // namespace brindle_test

@@ -1,21 +1,22 @@
-// A directory of the target's own for doors that are files, below the system's place for temporary files; it goes with
-// the object.
+// A directory below the system's place for temporary files, removed with all that is in it when the object goes. Tests,
+// measuring programs and fuzz targets use it.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
-#include "FuzzCheck.h"
-
-namespace brindle_fuzz {
+namespace brindle_test {
 
 class TemporaryDirectory {
 public:
-    TemporaryDirectory() : m_path((std::filesystem::temp_directory_path() / "brindle-fuzz-XXXXXX").string()) {
-        Require(mkdtemp(m_path.data()) != nullptr, "there is a directory");
+    // Throws std::runtime_error if it can't be made.
+    TemporaryDirectory() {
+        if (mkdtemp(m_path.data()) == nullptr) throw std::runtime_error("cannot make a temporary directory");
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
@@ -34,7 +35,7 @@ public:
     }
 
 private:
-    std::string m_path;
+    std::string m_path = std::filesystem::temp_directory_path() / "brindle-XXXXXX";
 };
 
-} // namespace brindle_fuzz
+} // namespace brindle_test
