@@ -298,7 +298,8 @@ void RunDimensions(const I18NString& text) {
     Require(same && same->noteCount == 0, "sets of known items are taken");
     same->noteCount = found->noteCount;
     Require(same == found, "order, repetition and sets that are left out don't matter");
-    Require(found->isFound == IsAnyGroupWithoutKey(tree), "there is a structure where a group holds no key");
+    // Without one there: a key whose items all stand in another group has no level above it.
+    Require(!found->isFound || IsAnyGroupWithoutKey(tree), "there is a structure only where a group holds no key");
 }
 
 } // namespace

@@ -9,7 +9,10 @@ TEST_F(ToolTest, DimensionsAreListedWithoutTheSetsThatAreLeftOut) {
                                 "-: note: the set at '/groups/2' is empty; it is left out\n";
     const std::string levels = R"({"level":2,"unique":false,"keys":[4294967295],"properties":[]},)"
                                R"({"level":1,"unique":true,"keys":[2],"properties":[]})";
-    Check({{{"dimensions", "--json"}, input, {0, R"([{"hierarchy":2,"levels":[)" + levels + "]}]", dropped}}});
+    Check({{{"dimensions", "--json"}, input, {0, R"([{"hierarchy":2,"levels":[)" + levels + "]}]", dropped}},
+           {{"dimensions", "--json"},
+            R"({"items":{"0":"a"},"groups":[[-0]]})",
+            {0, R"([{"hierarchy":1,"levels":[{"level":1,"unique":false,"keys":[0],"properties":[]}]}])"}}});
 }
 
 TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {

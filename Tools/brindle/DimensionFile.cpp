@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 #include <limits>
 #include <set>
 #include <string>
@@ -66,7 +65,7 @@ private:
         Numbers items;
         for (std::size_t place = 0; place < set.size(); ++place) {
             const Json& item = set[place];
-            if (!item.is_number_unsigned() || item.get<std::uint64_t>() > std::numeric_limits<unsigned>::max())
+            if (!item.is_number_integer() || item < 0 || item > std::numeric_limits<unsigned>::max())
                 Refuse("the number of an item", where + "/" + std::to_string(place), item);
             items.push_back(item.get<unsigned>());
         }
