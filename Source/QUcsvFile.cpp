@@ -25,6 +25,8 @@ namespace {
 
 constexpr long kBlockBytes = 512;
 constexpr std::size_t kMaxLineBytes = 0x7FFFFFFF - 1023;
+// Behind the longest line there is room for a block, which is read to see that it has ended.
+constexpr std::size_t kMaxCapacity = kMaxLineBytes + kBlockBytes + 1;
 
 constexpr const char* kUtf8 = "utf-8";
 constexpr const char* kUtf16 = "utf-16";
@@ -358,8 +360,8 @@ bool AQU_csvFile_v2::Eof() {
 void AQU_csvFile_v2::Reserve(std::size_t byteCount) {
     const auto capacity = static_cast<std::size_t>(m_capacity);
     if (capacity > byteCount) return;
-    if (byteCount >= kMaxLineBytes) throw std::length_error("line of 2 GiB or more");
-    const std::size_t grown = std::min(std::max(2 * capacity, byteCount + kBlockBytes), kMaxLineBytes);
+    if (byteCount >= kMaxCapacity) throw std::length_error("line of 2 GiB or more");
+    const std::size_t grown = std::min(std::max(2 * capacity, byteCount + kBlockBytes), kMaxCapacity);
     auto buffer = std::make_unique_for_overwrite<char[]>(grown);
     if (capacity > 0) std::memcpy(buffer.get(), m_buffer.get(), capacity);
     m_buffer = std::move(buffer);

@@ -74,7 +74,8 @@ TEST(CatalogueEntry, EachElementHasItsEffectInAnyOrder) {
         {"<parameter><type/><type>b</type><nullable>yes</nullable></parameter>", ",,,,,f,, ( | b 1 1)"},
         {"<parameter><type><b/>set</type><nullable>true</nullable></parameter>", ",,,,,f,, (set 1 1 null)"},
         {"<parameter><optional>no</optional><minOccurs>0</minOccurs></parameter>", ",,,,,f,, ( 0 1 null)"},
-        {"<parameter><maxOccurs>99999999999</maxOccurs></parameter>", ",,,,,f,, ( 1 2147483647 null)"},
+        {"<parameter><minOccurs>2</minOccurs><optional/><maxOccurs>99999999999</maxOccurs></parameter>",
+         ",,,,,f,, ( 2 2147483647 null)"},
         {"<parameter optional='false'><minOccurs>0</minOccurs></parameter>", ",,,,,f,, ( 1 1 null)"},
         {"<parameter type='b' optional='true'><type>a</type></parameter>", ",,,,,f,, (b 0 1 null)"},
         {"<parameter type='' optional=''><type>a</type><minOccurs>0</minOccurs></parameter>", ",,,,,f,, (a 0 1 null)"},
@@ -107,7 +108,7 @@ TEST(CatalogueEntry, ARuleNeedsAValueAndASelector) {
 
 TEST(CatalogueTree, FilesFillOneTreeAndTheFirstEntryOfAnIdCounts) {
     TestCatalogue catalogue;
-    const std::string first = In("group", "<id>g</id><name>no</name>" + Entry("")) + Entry("", "operation", "g") +
+    const std::string first = Entry("", "operation", "g") + In("group", "<id>g</id><name>no</name>" + Entry("")) +
                               In("group", Entry("", "literal", "l")) + Entry("", "function", "") + "<function/>";
     const std::string second = In("group", "<id>g</id>" + Entry("", "summary", "s") + Entry("<dll>x</dll>") +
                                                In("group", "<id>g</id>" + Entry("", "operator", "o"))) +
@@ -120,7 +121,7 @@ TEST(CatalogueTree, FilesFillOneTreeAndTheFirstEntryOfAnIdCounts) {
     for (const char* const file : {"", "none.xml", "a.xml", "empty.xml", "missing.xml", "b.xml", "a.xml"})
         list += In("definition", file);
     catalogue.Write("FileList.xml", In("l", list));
-    EXPECT_EQ(Tree(), "g(g(o) f s) g (l m)");
+    EXPECT_EQ(Tree(), "g g(g(o) f s) (l m)");
     EXPECT_EQ(Create()->GetFunctionById("f")->GetDLL(), nullptr);
 }
 
@@ -140,14 +141,15 @@ TEST(CatalogueFileLists, FurtherListsComeBehindTheMainOneByName) {
         list(other, "no");
     const std::string section = In("section", String("a", "1") + In("x", String("b", "no")) +
                                                   In("section", String("b", "2") + String("c", "<x>no</x>3")));
-    catalogue.Write("de", In("t", In("component", In("section", String("c", "late")))));
+    catalogue.Write("de", In("t", In("component", In("component", In("section", String("c", "late"))))));
     catalogue.Write(" DE.UTF-8", In("t", In("component", section) + In("section", String("c", "no"))));
     EXPECT_EQ(Tree(), "a b c");
     const Definition definition = Create();
     EXPECT_EQ(Named(*definition, "1") + Named(*definition, "2") + Named(*definition, "3"), "abc");
-    EXPECT_EQ(catalogue.TakeLog(), (Lines{"FDS 3 QE 0x35dfc864 [de] [c] [late] [3]",
-                                          "QueryEngine 3 QE 0x35dd45e5 [Available locales: , de, missing] [en-us]"}))
-        << "once";
+    EXPECT_EQ(catalogue.TakeLog(),
+              (Lines{"FDS 3 QE 0x35dfc864 [de] [c] [late] [3]", "FDS 3 QE 0x35dfc864 [de] [c] [late] [3]",
+                     "QueryEngine 3 QE 0x35dd45e5 [Available locales: , de, missing] [en-us]"}))
+        << "the locale once, a text for each component around it";
 }
 
 TEST(CatalogueNames, KindLibraryAndCanonicalDecideWhoSharesAName) {
@@ -236,13 +238,19 @@ TEST(CatalogueStart, CountsGoWrongOnlyInTheOrderOfTheStarts) {
 
 TEST(CatalogueStart, TwoDoorsAtOnceDontBlockEachOther) {
     for (int round = 0; round < 50; ++round)
-        RunInChild([] {
+        RunInChild([round] {
+            // The library logs that it has no settings before it comes to the catalogue, and waits there for the other.
+            brindle_platform::setProgramDirectory("/none");
+            brindle_platform::setLogSink(
+                [](const auto&) { std::this_thread::sleep_for(std::chrono::milliseconds(2)); });
+            const std::chrono::milliseconds late(round % 2);
             std::atomic<int> ready = 0;
             const auto meet = [&ready] {
                 for (++ready; ready < 2;) {
                 }
             };
-            const std::jthread other([&] { meet(), AQF_Initialize("test"), AQF_Terminate("test"); });
+            const std::jthread other(
+                [&] { meet(), std::this_thread::sleep_for(late), AQF_Initialize("test"), AQF_Terminate("test"); });
             meet(), ABrindle_Initialize("test"), ABrindle_Terminate("test");
         });
 }

@@ -82,8 +82,9 @@ TEST(DateTimeOrder, IsThatOfTimeOnBothSidesOfDayZero) {
 }
 
 TEST(DateTimeOrder, InvalidValuesAreEqualByNumberAndAssertOtherwise) {
-    const Date good, bad(1900, 2, 29, 0, 0, 0);
-    EXPECT_TRUE(bad == Date(bad) && bad != good);
+    const Date good;
+    const Number bad(1900, 2, 29, 0, 0, 0);
+    EXPECT_TRUE(bad == Date(bad) && bad != good && bad.Get() == "0");
     const std::string self = "ZBLAssertError 0 [text]ZBL_ASSERT(GetStatus() == valid); Source/QE_DateTime:210";
     const std::string other = "ZBLAssertError 0 [text]ZBL_ASSERT(date.GetStatus() == valid); Source/QE_DateTime:211";
     for (const auto compare : {&Date::operator<, &Date::operator>, &Date::operator<=, &Date::operator>=})

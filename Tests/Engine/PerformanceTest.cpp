@@ -81,11 +81,12 @@ TEST_F(Performance, NamesAreEnteredOnceAndForAllRuns) {
     EXPECT_EQ(enter("y"), 4) << "a new start forgets all but the built-in names";
 }
 
-// The summary is made before anything is registered, the queries before or after: each must be long enough.
+// The summary is made before anything is registered, the queries before or after: each must be long enough. Nothing is
+// escaped.
 TEST_F(Performance, TablesGrowWithWhatIsRegistered) {
-    Start();
-    TarnPerformance::RegisterComponent("late"), TarnPerformance::RegisterComponentFunction(4, "f");
-    Spend(m_run->RegisterQuery("r"), 4, 0, 1), TarnPerformance::RegisterComponent("unseen");
+    Start(), m_run->SetReportName("<n&>");
+    TarnPerformance::RegisterComponent("<c&>"), TarnPerformance::RegisterComponentFunction(4, "<f&>");
+    Spend(m_run->RegisterQuery("<q&>"), 4, 0, 1), TarnPerformance::RegisterComponent("unseen");
     TarnPerformance::RegisterComponentFunction(m_run.get(), 5, "g"); // of a component that the run doesn't have
     Spend(0, 5, 0, 1);
     EXPECT_EQ(m_log, "7Performance internal error: Component ID5 is not registered.");
@@ -93,9 +94,9 @@ TEST_F(Performance, TablesGrowWithWhatIsRegistered) {
         TarnPerformance::RegisterComponent(m_run.get(), name); // the second shrinks nothing
         TarnPerformance::RegisterComponentFunction(m_run.get(), number, function);
     }
-    Spend(0, 5, 0, 2), Spend(1, 0, 8, 4), m_run->AddProviderMessage(0, 5, ELogLevel(1), "m");
-    const std::string rest = " late=1( f=1x1) UDA=4( sqlGenericOther=4x1)";
-    EXPECT_EQ(TakeRuns(), "Report=7 unseen=2( g=2x1)" + rest + "; q=2 unseen=2( g=2x1 'm'); r=5" + rest);
+    Spend(0, 5, 0, 2), Spend(1, 0, 8, 4), m_run->AddProviderMessage(0, 5, ELogLevel(1), "m]]>");
+    const std::string rest = " <c&>=1( <f&>=1x1) UDA=4( sqlGenericOther=4x1)";
+    EXPECT_EQ(TakeRuns(), "<n&>=7 unseen=2( g=2x1)" + rest + "; q=2 unseen=2( g=2x1 'm]]>'); <q&>=5" + rest);
 }
 
 TEST_F(Performance, AnUnregisteredNumberIsLoggedAndNotMeasured) {
@@ -187,7 +188,7 @@ TEST_F(Performance, FileHoldsEveryRunAndItsSelfTimesToTheByte) {
 TEST_F(Performance, VerbosityDecidesWhatARecordHolds) {
     const auto check = [this](std::optional<int> threshold, const std::string& summary, const std::string& queries) {
         for (const bool isSingle : {true, false}) {
-            Start(threshold);
+            Start(threshold), TarnPerformance::SetVerbosityLevel(EPV_Queries);
             Spend(0, 0, 1, 4), Spend(0, 2, 0, 3), Spend(isSingle ? 0 : m_run->RegisterQuery("r"), 0, 1, 5);
             EXPECT_EQ(TakeRuns(), "Report=12" + summary + (isSingle ? "" : queries));
         }

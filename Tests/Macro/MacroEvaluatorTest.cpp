@@ -94,7 +94,7 @@ TEST(MacroValue, ArraysOfAnyDepthAreFreed) {
         if (i % 1000 == 1) next->AddValue(new Probe(AQM_MacroValue::MVT_Array));
         outer = std::move(next);
     }
-    EXPECT_EQ(Probe::alive, 2000);
+    EXPECT_TRUE(Probe::alive == 2000 && outer->Get(0) && !outer->Get(-1) && !outer->Get(1));
     outer.reset();
     EXPECT_EQ(Probe::alive, 0);
 }

@@ -92,8 +92,8 @@ TEST(MacroReport, TellsEachStepOfAllExpansionsOfTheObject) {
     brindle_platform::setLogSink([&](const brindle_platform::LogRecord& record) {
         if (record.name == entry) log += std::to_string(record.level) + Text(record.text);
     });
-    const Parameters parameters{{"a", " #$b# "}, {"b", "x"},     {"b", "<y>"},
-                                {"m{k]}", "v"},  {"m{k]}", "w"}, {"p]q", "r"}};
+    const Parameters parameters{{"a", " #$b# "},  {"b", "x"},       {"b", "<y>"},
+                                {"m]n{k]}", "v"}, {"m]n{k]}", "w"}, {"p]q", "r"}};
     Expander expander, other;
     EXPECT_TRUE(expander.GetExecutionReport().isNull());
     brindle_platform::setLogLevel(entry, 6);
@@ -103,7 +103,7 @@ TEST(MacroReport, TellsEachStepOfAllExpansionsOfTheObject) {
     FailureOf([&] { expander.Expand("#'a'##no()#", nullptr); });
     brindle_platform::setLogLevel(entry, 7);
     expander.Expand("1 #echo($a,'l')#", parameters.Get());
-    expander.Expand("#echo(@b, $m{'k]'}, @m{'k]'}, %[m]]n], id($[p]]q]))#", parameters.Get());
+    expander.Expand("#echo(@b, $[m]]n]{'k]'}, @[m]]n]{'k]'}, %[m]]n], id($[p]]q]))#", parameters.Get());
     EXPECT_EQ(log, "") << "only the call that makes the report logs it";
     const ZBLIDOM_Node report = expander.GetExecutionReport();
     EXPECT_EQ(
@@ -116,12 +116,12 @@ TEST(MacroReport, TellsEachStepOfAllExpansionsOfTheObject) {
         R"(<result expandedString=" &lt;y&gt; "/></Expanding>)"
         R"(<Function functionName="echo" operandCount="2" result="echo['l', ' &lt;y&gt; ']"/>)"
         R"(<result expandedString="1 echo['l', ' &lt;y&gt; ']"/></Expanding>)"
-        R"(<Expanding string="#echo(@b, $m{'k]'}, @m{'k]'}, %[m]]n], id($[p]]q]))#">)"
+        R"(<Expanding string="#echo(@b, $[m]]n]{'k]'}, @[m]]n]{'k]'}, %[m]]n], id($[p]]q]))#">)"
         R"(<ParameterLookup><name>p]q</name><value>r</value></ParameterLookup>)"
         R"(<Function functionName="id" operandCount="1" result="r"/>)"
         R"(<ParameterMapRef><name>m]n</name></ParameterMapRef><Literal string="k]"/><ParameterMapLookupArray>)"
-        R"(<name>m</name><key>k]</key><value>v</value><value>w</value></ParameterMapLookupArray><Literal string="k]"/>)"
-        R"(<ParameterMapLookup><name>m</name><key>k]</key><value>w</value></ParameterMapLookup>)"
+        R"(<name>m]n</name><key>k]</key><value>v</value><value>w</value></ParameterMapLookupArray>)"
+        R"(<Literal string="k]"/><ParameterMapLookup><name>m]n</name><key>k]</key><value>w</value></ParameterMapLookup>)"
         R"(<ParameterLookupArray><name>b</name><value>x</value><value>&lt;y&gt;</value></ParameterLookupArray><Function)"
         R"( functionName="echo" operandCount="5" result="echo['r', 'm]n', ['v', 'w'], 'w', ['x', '&lt;y&gt;']]"/>)"
         R"(<result expandedString="echo['r', 'm]n', ['v', 'w'], 'w', ['x', '&lt;y&gt;']]"/></Expanding>)"
@@ -160,10 +160,13 @@ TEST(MacroExpansion, PutsValuesInTheBlocksPlaces) {
 TEST(MacroExpansion, ValuesThatAreMacrosAreExpanded) {
     const Parameters parameters{{"x", "X"},       {"v", "#$x#"},      {"w", "\t#$v# \n"},  {"part", "x #$x# y"},
                                 {"key", "#'k'#"}, {"fn", "#id($x)#"}, {"m{k}", "#$x+'m'#"}};
+    AQU_ParameterMapApp fallback("n", 0);
+    fallback.SetDefault("n", "#$x#");
+    parameters.Get()->AddParameterMap(&fallback);
     Expander expander;
     CheckRows([&](const std::string& text) { return Expanded(expander, text, parameters); }, "#$v#|#$w# -> X|\tX \n",
               "#$part# -> x #$x# y", "#'#$x#'#|#echo('#$x#')# -> #$x#|echo['#$x#']", "#id('#$x#')#|#$fn# -> X|X",
-              "#$m{$key}#|#$v+$v#|#echo(@v)# -> Xm|XX|echo[['#$x#']]");
+              "#$m{$key}#|#$v+$v#|#echo(@v)# -> Xm|XX|echo[['#$x#']]", "#$n{''}#|#echo(@n{''})# -> X|echo[['#$x#']]");
 }
 
 // A block that is one parameter takes a way of its own through the parser; a blank in it brings it back to the usual.

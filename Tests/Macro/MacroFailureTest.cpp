@@ -128,9 +128,9 @@ TEST(MacroFailure, ExecutionPassesFailuresOut) {
         const I18NString text = ("#$x##" + block + "#").c_str();
         I18NString result = "old";
         std::vector<AQM_I_MacroExpander::PositionInfo> analyzed;
-        EXPECT_EQ(expander.Expand("#$x#-#$x#", parameters.Get()), "X-X") << block;
+        EXPECT_EQ(expander.Expand("#$x#-#$x###", parameters.Get()), "X-X") << block;
         const std::string line = FailureOf([&] { expander.Expand(text, parameters.Get(), result); });
-        EXPECT_TRUE(expander.GetReplacementCount() == 2 && result == "old") << block;
+        EXPECT_TRUE(expander.GetReplacementCount() == 3 && result == "old") << block;
         EXPECT_EQ(FailureOf([&] { expander.Analyze(text, parameters.Get(), analyzed); }), line) << block;
         EXPECT_TRUE(analyzed.size() == 1 && analyzed[0].expansion == "X") << block;
         return line;

@@ -53,7 +53,7 @@ TEST(MacroScanner, PlainTextRunsToTheHashThatNoFormProtects) {
 
 TEST(MacroScanner, BlocksAreDividedIntoTheirTokens) {
     CheckRows(Scanned, "#,;$%@()[]{}+# -> 1 5 5 6 7 8 9 10 11 12 13 14 15 1 0", "#a''b -> 1 4<a> 3<> 4<b> 0",
-              "#a.b_1\u00e9Z# -> 1 4<a.b_1\u00e9Z> 1 0", "#\u20ac# -> 1 4<\u20ac> 1 0", "#a -> 1 4<a> 0",
+              "#a.b_1\u00e9\u00a0Z# -> 1 4<a.b_1\u00e9\u00a0Z> 1 0", "#\u20ac# -> 1 4<\u20ac> 1 0", "#a -> 1 4<a> 0",
               "#a\tb\nc\rd e\"\"f# -> 1 4<a> 4<b> 4<c> 4<d> 4<e> 3<> 4<f> 1 0",
               "#a$b%c(e)f+g,h/**/i -> 1 4<a> 6 4<b> 7 4<c> 9 4<e> 10 4<f> 15 4<g> 5 4<h> 4<i> 0",
               "#i;j@k[l]m{n}o -> 1 4<i> 5 4<j> 8 4<k> 11 4<l> 12 4<m> 13 4<n> 14 4<o> 0",

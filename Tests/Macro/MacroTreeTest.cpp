@@ -158,7 +158,9 @@ TEST(ParserErrors, CodesOfTheRuntimeHaveAMessageOfTheirOwn) {
 
 TEST(MacroBuiltIns, StandInTheOrderOfTheirRegistration) {
     std::string table;
+    AQM_MacroValueString noFrame("x");
     for (AQM_I_MacroFunction* const function : QMGetBuiltInFunctions()) {
+        EXPECT_FALSE(function->Execute(nullptr) || function->Execute(&noFrame));
         std::vector<int> types{0};
         function->GetParameterTypes(types);
         table += function->GetName().c_str() + std::string("(");

@@ -75,6 +75,8 @@ TEST_F(CsvFile, TheFirstBytesOfATabFileDecide) {
     EXPECT_EQ(Read("data.csv", kMark8 + "a"), kMark8 + "a/") << "comma files have none";
     EXPECT_EQ(read(kMark16 + std::string("A\n\0B", 4)), "\xE0\xA9\x81\xE4\x88\x80/") << "no unit begins there";
     EXPECT_EQ(read(kMark16 + Widen("ab\r", 2) + "\n"), "ab\r\xEF\xBF\xBD/") << "half a line feed at the end";
+    std::filesystem::current_path(m_directory), AQU_csvFile_v2("v", "w");
+    EXPECT_EQ(Bytes("v"), kMark16) << "a name shorter than the extension";
 }
 
 TEST_F(CsvFile, FieldsAreWritten) {

@@ -62,7 +62,7 @@ TEST_F(LogFile, TheEntryNameDecidesTheLevel) {
 
 TEST_F(LogFile, AuditGuardWritesTheCallAndItsOutcome) {
     const std::string entered = "Entry 17 ENTER t/u <function name=\"f\"><parameters><item name=\"a\"><![CDATA[<&]]>"
-                                "</item></parameters></function>";
+                                "]]></item></parameters></function>";
     const auto left = [](const std::string& outcome) {
         return "Entry 17 EXIT t/u <function name=\"f\"><returnvalue><![CDATA[" + outcome +
                "]]></returnvalue></function>";
@@ -70,7 +70,7 @@ TEST_F(LogFile, AuditGuardWritesTheCallAndItsOutcome) {
     for (const bool success : {false, true}) {
         brindle_platform::setLogLevel(m_entry, success ? 18 : 17);
         AQE_AuditAPI guard(m_entry);
-        guard.AuditFunction("f", guard.FunctionParm("a", "<&"), "t", "u");
+        guard.AuditFunction("f", guard.FunctionParm("a", "<&]]>"), "t", "u");
         guard.m_success = success;
     }
     EXPECT_EQ(Take(), (Lines{entered, left("Failure"), entered, left("Success")}));

@@ -72,6 +72,7 @@ TEST(ParameterAccessCoordinator, PrioritySettlesBetweenValuesAndBetweenDefaults)
         {"10 = 20 b", "", "1b 1b by 20 1b 1b 1b 1b 1", "-1? -1? -1b -1 1b 1 1"},
         {"20 a", "20 b", "1a 1a by 20 1a 1a 1a 1a 1", kDefaultA},
         {"10 >30 a 20 b", "", "1a 1a by 30 1a 1a 1a 1a 1", kDefaultA},
+        {"10 a 20 >10 b", "", "1a 1a by 10 1a 1a 1a 1a 1", kDefaultB},
     };
     for (const auto& [own, nested, value, byDefault] : rows) {
         const Stack stack(own, nested);

@@ -30,6 +30,9 @@ TEST(StandardUnits, FractionsAreReducedOneForOneAndLikeUnitsAloneAdded) {
     EXPECT_EQ(brindle_test::FailureOf([&] { unit.Add(Unit("m*s/m*s*s")); }),
               "QEException 401 0x35dfedff(\"m\", \"(m*s)/(m*s*s)\") Source/QUStandardUnits:120");
     EXPECT_TRUE(Text(unit) == "m" && logged == 1);
+    AQU_StandardUnits nameless;
+    nameless.AddDenominator("");
+    EXPECT_EQ(Text(nameless), "1");
 }
 
 TEST(StandardUnits, OperationWithItselfAndEqualityTakeTheElementsAsTheyStand) {
