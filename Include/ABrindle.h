@@ -24,9 +24,10 @@ class AQU_I_ParameterAccessCoordinator;
 // inside an end is counted, but the rest of that end takes down what it has started.
 
 // Answers 0, or the result of the first step that failed. A failed first start counts like any other and is not undone:
-// the next start answers 0 and retries nothing, so the caller has to end the library first. What a step throws passes
-// out, above all ZBLIDOM_Exception of a "VKEConfig.xml" that is not well-formed; after that no start and no end does
-// anything in this process.
+// the next start answers 0 and retries nothing, so the caller has to end the library first. If the catalogue wasn't
+// started because of the failure, that end is counted there all the same, and the next AQF_Initialize starts nothing.
+// What a step throws passes out, above all ZBLIDOM_Exception of a "VKEConfig.xml" that is not well-formed; after that
+// no start and no end does anything in this process.
 BRINDLE_API long ABrindle_Initialize(const char* callerName);
 
 // Always 0. An end without a start is not refused: the count falls to -1, and the next start starts nothing.
@@ -34,7 +35,8 @@ BRINDLE_API long ABrindle_Terminate(const char* callerName);
 
 // The maps of "VKEConfig.xml", at priority 90 in front of every other map and at -90 behind them. Null before the first
 // start; behind the last end the pointer is no longer valid. The coordinator and its maps are the library's, and the
-// last end deletes also those that were added to it.
+// last end deletes also those that were added to it. No lock is taken: a thread that asks must know that no other one
+// is in a start or end.
 BRINDLE_API AQU_I_ParameterAccessCoordinator* AQE_I_GetQueryEnginePAC();
 
 // Registers: set and answered as they are, null at first, never looked into and never freed. They take no lock, so they
@@ -48,6 +50,8 @@ BRINDLE_API void* AQE_GetOPPerformanceCB();
 BRINDLE_API void* AQE_GetDMBPerformanceCB();
 BRINDLE_API void* AQE_GetMDDSPerformanceCB();
 
+// What follows may be called on any thread, whether the library is started or not.
+
 // The directory of the running program, against which relative file names are completed.
 BRINDLE_API I18NString AQE_GetModulePath();
 
@@ -59,7 +63,7 @@ BRINDLE_API I18NString AQE_GetErrorComponent();
 BRINDLE_API bool AQE_GetProductLocale(I18NString& locale);
 
 // Replaces the locale by the one of `supported` that serves it: the same locale, else its language, else one of the
-// same language; without one by the normalised `fallback`. False if that is empty. If the configuration service fails,
-// the failure is logged, `locale` becomes the normalised fallback and the answer is true.
+// same language; without one, and for a locale that is no content locale, by the normalised `fallback`. False if that
+// is empty. A ZBLConfigurationException is logged, `locale` becomes the normalised fallback and the answer is true.
 BRINDLE_API bool AQE_GetContentLocale(I18NString& locale, const std::vector<I18NString>& supported,
                                       const I18NString& fallback);

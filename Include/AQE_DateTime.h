@@ -76,7 +76,8 @@ public:
 
     // Whole days, and the rest as hours, minutes and seconds with the sign of the interval. Before each of these three
     // is cut off, 5.787037037037037e-6 is added, whatever the sign: half a second to hours, 21 ms to minutes, 0.3 ms to
-    // seconds. So negative intervals read short: -1 hour is 0 hours. ZBLAssertError for an invalid value.
+    // seconds. So negative intervals read short: -1 hour is 0 hours. What fills the next unit with it reads 0 and is
+    // carried nowhere: 0.999999 days are 0 hours, 59 minutes and 59 seconds. ZBLAssertError for an invalid value.
     long IntervalGetDays() const;
     long IntervalGetHours() const;
     long IntervalGetMinutes() const;

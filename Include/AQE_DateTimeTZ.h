@@ -42,7 +42,7 @@ public:
     int SetDateTime(int year, int month, int day, int hour, int minute, int second, int tz);
     int SetDate(int year, int month, int day, int tz);
     int SetTime(int hour, int minute, int second, int tz);
-    // Leave the displacement alone.
+    // Leave the displacement alone and unchecked, so that with an illegal one the value is valid, too.
     using AQE_DateTime::SetDate;
     using AQE_DateTime::SetDateTime;
     using AQE_DateTime::SetTime;
@@ -51,7 +51,8 @@ public:
     // rounding, so two values of one instant can differ in the last bit.
     AQE_DateTime AdjustNoTZ() const;
 
-    // Compare what AdjustNoTZ gives, so invalid values are compared by their numbers.
+    // Compare what AdjustNoTZ gives, so invalid values are compared by their numbers. With an AQE_DateTime on the left
+    // the operators are those of that class, which compare the times on the wall clock.
     bool operator==(const AQE_DateTimeTZ& date) const;
     bool operator!=(const AQE_DateTimeTZ& date) const;
     bool operator<(const AQE_DateTimeTZ& date) const;

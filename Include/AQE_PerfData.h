@@ -76,6 +76,8 @@ public:
     std::int32_t m_top = -1; // index of the innermost one, -1 if none is running
 };
 
+// In the record names stand in attributes, context and messages in CDATA sections, all as they are: a double quote or
+// "<" in the ones, or a "]]>" in the others, makes a file that is not well-formed.
 class BRINDLE_API AQE_PerfData {
 public:
     // A run named "Report" that begins now and counts as failed until SetSuccess.

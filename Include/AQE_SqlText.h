@@ -81,7 +81,8 @@ public:
     void AddTable(const I18NString& text);
     void AddKeyword(AQE_SqlTextKeyword::ESqlTextKeyword keyword);
     void AddPunctuation(AQE_SqlTextPunctuation::ESqlTextPunctuation punctuation);
-    // Takes the child over, also when memory runs out. Null and the text itself are ignored.
+    // Takes the child over, also when memory runs out; it is on the heap, and nobody else's. Null and the text itself
+    // are ignored.
     void AddText(AQE_SqlText* child);
 
     // Each appends a line, which becomes the current one. A null handle is ignored.

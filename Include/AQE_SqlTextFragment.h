@@ -11,8 +11,8 @@ class ZBLIDOM_Element;
 
 // The base of all pieces; it renders to nothing. A piece doesn't change once it is made, so one piece may stand in
 // several texts, and it may be rendered on any thread. What is rendered is appended. Nothing here fails but for want of
-// memory, with std::length_error when `out` would grow beyond I18NString::kMaxBytes, or when the document refuses the
-// parent, as one of another document.
+// memory, with std::length_error when `out` would grow beyond I18NString::kMaxBytes, or with ZBLIDOM_Exception when the
+// document refuses the parent, as one of another document; what has been appended by then stays.
 class BRINDLE_API AQE_SqlTextFragment {
 public:
     // All pieces answer SFT_Fragment, but AQE_SqlText.

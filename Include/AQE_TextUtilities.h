@@ -20,7 +20,7 @@ BRINDLE_API I18NString AQE_SearchAndReplace(const I18NString& source, const I18N
 // Lowers each byte in place by the C locale in force, up to the terminating zero; returns `text`.
 BRINDLE_API char* AQE_StrToLower(char* text);
 
-// Removes white space: bit 1 of `mode` in front, bit 2 behind; any other mode does nothing. The trailing side never
+// Removes white space: mode 1 in front, 2 behind, 3 on both sides; any other mode does nothing. The trailing side never
 // removes the first character, so that mode 2 leaves one character of a text of nothing but white space.
 BRINDLE_API void AQE_Trim(I18NString& text, int mode);
 

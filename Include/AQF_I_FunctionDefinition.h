@@ -36,9 +36,11 @@ public:
     // "tabular", "crosstab" and "macro".
     virtual void AddDefaultContexts() = 0;
 
-    // A data source interface by its code, in any case. It says which rules of support count, and also adds the query
-    // type "relational" or "multidimensional", whichever the interface is; it hides nothing. A definition created
-    // without a locale adds no query type unless one with a locale was created before in the process.
+    // A data source interface by its code, in any case. It says which rules of support count, and also adds a query
+    // type: "relational" if the code occurs in the text that lists those interfaces, even as a part of another code,
+    // else "multidimensional". It hides nothing. The list is the user option "RelInterfaces" of "QueryEngine", by
+    // default the built-in relational codes; the first definition with a locale reads it for the process, and before
+    // that no query type is added.
     virtual void AddInterface(const I18NString& interfaceCode) = 0;
     virtual void AddQueryType(const I18NString& queryType) = 0;
 
@@ -48,7 +50,8 @@ public:
     // A vendor that the catalogue doesn't know is logged and has no effect.
     virtual void AddVendor(const I18NString& vendor) = 0;
 
-    // No filter acts here. Ids are case-sensitive. A function of the catalogue comes before a client's node.
+    // No filter acts here. Ids are case-sensitive. A function of the catalogue comes before a client's node. Folders of
+    // the catalogue aren't found.
     virtual AQF_I_FunctionNode* GetFunctionById(const I18NString& id) = 0;
 
     // Every visible function of that display name in any case, in the order in which names were read, then the client's
@@ -79,7 +82,8 @@ public:
 
     // Records what the client knows of a function's support; it comes before the function's rules. Set overwrites, and
     // leaves an earlier note if the note is empty. Merge consolidates with what was merged before and collects the
-    // notes, one on a line; a merged level comes before a set one.
+    // notes, one on a line, the first line being empty where the first statement had no note; a merged level comes
+    // before a set one.
     virtual void SetQosLevel(const I18NString& id, AQF_I_FunctionNode::EQoSLevel level, const I18NString& note) = 0;
     virtual void MergeQosLevel(const I18NString& id, AQF_I_FunctionNode::EQoSLevel level, const I18NString& note) = 0;
 
@@ -101,7 +105,8 @@ public:
 
     // Of all functions with this display name in any case, visible or not: the return type of the first in which "crx"
     // doesn't occur, else of the first. Throws QEException (150, message 902933051 with the name) if there is none.
-    // The reference holds until the end of the catalogue, as do those of the next two.
+    // The reference holds until the end of the catalogue, as do those of the next two. Each reads the files as Create
+    // does if nobody has before. Any thread.
     static const I18NString& GetFunctionReturnType(const I18NString& name);
     // Of the same functions the first format type that isn't empty; may be empty. Fails alike.
     static const I18NString& GetFunctionFormatType(const I18NString& name);

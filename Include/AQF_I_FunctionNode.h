@@ -41,9 +41,10 @@ public:
     virtual bool GetIsGroup() = 0;
 
     // Appends the children that the definition's filters let pass: folders and operations in the order of the
-    // description, then the other entries by name, then the folders whose id begins with "advanced", then what the
-    // client added. The first call settles the list: filters that are set later don't change it. The first call on a
-    // node without described children answers nothing, even if the client has added some; they come with the second.
+    // description, then the other entries by name, then those folders and operations whose id begins with "advanced",
+    // then what the client added. The first call settles the list: filters that are set later don't change it. The
+    // first call on a node of the catalogue that has no described children answers nothing, even if the client has
+    // added some; they come with the second.
     virtual void GetChildren(std::vector<AQF_I_FunctionNode*>& children) = 0;
 
     // As the description has them, whatever the locale.
@@ -79,7 +80,7 @@ public:
     virtual void GetParameters(std::vector<AQF_I_FunctionParameter*>& parameters) = 0;
 
     // What the client has told the definition, merged levels first; otherwise what the function's rules say for the
-    // query types and interfaces of the definition.
+    // query types and interfaces of the definition, and EQoSOk for a client's node.
     virtual EQoSLevel GetQosLevel() = 0;
 
     // "^" and a word: the text with the node's id, a point and the word as its key; "tip" and "syntax" alike without
@@ -94,7 +95,8 @@ public:
     virtual bool GetIsSupportedByInterface(const I18NString& interfaceCode) = 0;
 
     // Answers the function or client's node that has the id, and changes nothing; else a new client's node below this
-    // one. No one in the catalogue deletes that node.
+    // one. No one in the catalogue deletes that new node: it is the caller's, and must outlive the definition's use of
+    // it.
     virtual AQF_I_FunctionNode* AddFolder(const I18NString& id, const I18NString& name) = 0;
 
     // Registers the client's node with the definition by id and name and puts it below this one. It stays the client's

@@ -20,6 +20,7 @@ BRINDLE_API long AQF_Initialize(const char* callerName);
 // that still refers to it dangles; a later use loads again. There is no test against an end without a start.
 BRINDLE_API long AQF_Terminate(const char* callerName);
 
-// From now on the catalogue's files are sought where they lie in a tree of sources instead of an installation. It can't
-// be taken back, and changes nothing for a catalogue that is loaded.
+// From now on the catalogue's files are sought where they lie in a tree of sources instead of an installation: in
+// "../../src/vke/Utility/FDS" below the program directory, those with texts in the folder "res" of it. It can't be
+// taken back, and changes nothing for a catalogue that is loaded.
 BRINDLE_API void AQF_SetInDevMode();

@@ -24,9 +24,12 @@ class AQM_MacroExpander;
 // One expander serves one thread at a time; different expanders may run at once.
 //
 // A text that the language refuses leaves as a QEExceptionExtended (code 901) whose position is 1-based, in characters,
-// and lies directly behind the failing token; a text that is nested too deep for the parser's stacks as a QEException
-// (code 901, message 0x35d5e2f1, "text too complex"). Failures of functions and of the coordinator pass through. After
-// any failure the expander works on as before.
+// and lies directly behind the failing token. A value that is a macro block itself is such a text, too; the position
+// then is one in the value. A text that is nested too deep for the parser's stacks leaves as a QEException (code 901,
+// message 0x35d5e2f1, "text too complex"), an unknown function likewise (code 1221, message 0x35ddd82c with the name).
+// Values nested beyond the user option "MacroNesting" of "QueryEngine", 5 by default, leave as a QEExceptionExtended
+// without a position (code 0, message 0x35d64ee1 with the limit). Failures of functions and of the coordinator pass
+// through. After any failure the expander works on as before.
 class BRINDLE_API AQM_I_MacroExpander {
 public:
     // Where one macro block lies. Offsets are bytes of the text's UTF-8 form, both ends inclusive; -1 is "not set".

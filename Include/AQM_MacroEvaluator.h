@@ -30,12 +30,12 @@ public:
     AQM_MacroValue* PopValue();
 
     // Runs one of the evaluator's own functions: "+", "_cts" (the block's value as a text) and "myfunc". A frame of the
-    // wrong size is left as it is. Failures are QEException: code 202, message 0x35dc6529 without parameters for a "+"
-    // of anything but two texts; code 1221, message 0x35ddd82c with the name for any other function. The frame then
-    // stays.
+    // wrong size is left as it is by the first two and replaced by null by the third; on an empty stack nothing happens
+    // at all. Failures are QEException: code 202, message 0x35dc6529 without parameters for a "+" of anything but two
+    // texts; code 1221, message 0x35ddd82c with the name for any other function. The frame then stays.
     void DoCall(const I18NString& name);
-    // Runs a function on the frame. A null result is a QEException, code 202, message 0x35ddd827 with the function's
-    // name; the frame then stays, as it does when the function throws.
+    // Runs a function on the frame; on an empty stack it is handed null. A null result is a QEException, code 202,
+    // message 0x35ddd827 with the function's name; the frame then stays, as it does when the function throws.
     void DoCallAppFunction(AQM_I_MacroFunction* function);
 
 private:

@@ -113,6 +113,8 @@ public:
     // Ends the nodes in the order in which they were made.
     ~AQM_MacroExpr() override;
 
+    // Each answers a new node, which this expression owns and which hangs nowhere yet. The nodes that it takes as its
+    // children, none of them null, get it as their parent.
     AQM_MacroExprNode* CreateUnaryOp(I18NString& text, EMacroOpCode op);
     AQM_MacroExprNode* CreateParameterLookup(EMacroOpCode op, I18NString& name);
     AQM_MacroExprNode* CreateParameterMapLookup(EMacroOpCode op, I18NString& name, AQM_MacroExprNode* key);

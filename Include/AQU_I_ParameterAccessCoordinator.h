@@ -26,7 +26,8 @@ public:
 
     virtual ~AQU_I_ParameterAccessCoordinator();
 
-    // A coordinator that reaches itself through its nested ones is not detected: its lookups never end.
+    // Neither a coordinator nor a map may be null. A coordinator that reaches itself through its nested ones is not
+    // detected: its lookups never end.
     virtual void AddParameterAccessCoordinator(AQU_I_ParameterAccessCoordinator* coordinator) = 0;
 
     // Enters the map under its present priority. Adding it twice is not prevented.
@@ -61,13 +62,15 @@ public:
     virtual void GetMapNames(AQU_I_ParameterMap* map, std::vector<I18NString>& names) = 0;
 
     // Appends the entries of the map name over all maps, nested ones included, in key order: per key the values of the
-    // strongest map that has it, one value only unless the user option "MultiValuesAllowed" is other than 0. Defaults
-    // take no part. 0 if there is no map at all, else 1.
+    // strongest map that has it, and of equal ones, unlike in a lookup, of the last; one value only, the map's last,
+    // unless the user option "MultiValuesAllowed" is other than 0. Defaults take no part. 0 if there is no map at all,
+    // else 1.
     virtual int GetAllEntries(const I18NString& mapName, std::vector<std::pair<I18NString, I18NString>>& entries) = 0;
 
 protected:
-    // The default of a map name, whatever the key. Among own maps the one of the lowest priority that has a default
-    // wins, and of equal ones the last asked; a nested coordinator's default displaces it only by a greater priority.
+    // The default of a map name, whatever the key; an empty one is none. Among own maps the one of the lowest priority
+    // that has a default wins, and of equal ones the last asked; a nested coordinator's default displaces it only by a
+    // greater priority.
     virtual int GetDefault(const I18NString& mapName, std::vector<I18NString>& values,
                            AQU_I_ParameterMap*& foundMap) = 0;
     virtual int GetDefault(const I18NString& mapName, I18NString& value, AQU_I_ParameterMap*& foundMap) = 0;

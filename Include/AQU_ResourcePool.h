@@ -33,7 +33,7 @@ public:
     long GetNewResourceType();
 
     // The item's index; the pool owns the item from now on, and it must not be added twice. -1 for a type that the pool
-    // does not have: the item stays the caller's.
+    // does not have: the item stays the caller's, as it does when memory runs out.
     long AddResourceItem(long type, AQU_ResourceItem* item);
 
     // Null if there is no such type or index. The pool keeps the item.
@@ -42,8 +42,9 @@ public:
     // Deletes the item and moves those behind it one index down. An item that isn't of this type is left alone.
     void RemoveResourceItem(long type, AQU_ResourceItem* item);
 
-    // Null for none. Items are not moved: those of a shared type that are in this pool already can't be reached until
-    // the higher pool is taken away again.
+    // Null for none. The higher pool must be on the heap: this one keeps it alive, and the last such pool that goes
+    // deletes it. Items are not moved: those of a shared type that are in this pool already can't be reached until the
+    // higher pool is taken away again.
     void SetHigherLevelPool(ZBLSmartPointer<AQU_ResourcePool> pool);
 
 private:

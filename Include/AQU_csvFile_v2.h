@@ -27,9 +27,11 @@
 // has read ahead. One thread at a time.
 class BRINDLE_API AQU_csvFile_v2 {
 public:
-    // The mode is exactly one of "r", "r+", "a", "a+", "w", "w+". "w" and "w+" start a new file, the others keep what
-    // there is; all but "r" make a missing file. "a" and "a+" stand at the end. A tab file that may be written gets the
-    // mark of UTF-16 when it is new, and also when it has fewer than four bytes, behind these.
+    // The name is a path; one that isn't absolute counts from the working directory. The mode is exactly one of "r",
+    // "r+", "a", "a+", "w", "w+"; with any other, and with an empty name, the file can't be opened. "w" and "w+" start
+    // a new file, the others keep what there is; all but "r" make a missing file. "a" and "a+" stand at the end. A tab
+    // file that may be written gets the mark of UTF-16 when it is new, and also when it has fewer than four bytes,
+    // behind these.
     AQU_csvFile_v2(const I18NString& fileName, const char* mode);
     ~AQU_csvFile_v2();
     AQU_csvFile_v2(const AQU_csvFile_v2&) = delete;

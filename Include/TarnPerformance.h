@@ -43,8 +43,8 @@ public:
     // nothing is entered.
     static int RegisterComponent(AQE_PerfData* data, const I18NString& name);
 
-    // The number of the function within the component, which need not be registered; -1 for a component below 0 or
-    // above 65535.
+    // The number of the function within the component, which need not be registered; an empty name is entered each
+    // time. -1 for a component below 0 or above 65535.
     static int RegisterComponentFunction(int component, const I18NString& name);
     // The same, and the tables of those parts of the run that know the component are made long enough. Null data: -1,
     // and nothing is entered.

@@ -14,7 +14,8 @@ class LogPerfIndication;
 
 namespace brindle_platform {
 
-// Directory that stands for "." and completes relative paths. The empty text goes back to the default.
+// Directory that stands for "." and completes relative paths. A relative one counts from the working directory of this
+// moment. The empty text goes back to the default.
 BRINDLE_PLATFORM_API void setProgramDirectory(const I18NString& path);
 
 // File that holds the user's settings from now on; it is read at the next use. The empty path goes back to the

@@ -5,7 +5,8 @@
 //     ZBL_THROW(failure, "Source/QMMacroExpander", 2610, "QE");
 //
 // What is thrown is a copy, and copying never fails: copies share their messages and back-trace until one of them adds
-// to them. An object belongs to one thread at a time; copies of one exception may be on several.
+// to them. An object belongs to one thread at a time; copies of one exception may be on several. None of the classes is
+// derived from std::exception: a handler of that one doesn't see them.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What a record says about the process that it comes from.
+// What a record says about the process that it comes from. Any thread.
 #pragma once
 
 #include "PlatformApi.h"
