@@ -26,7 +26,13 @@ install_packages() {
         printf '%s: missing packages: %s\n' "$0" "${missing[*]}" >&2
         return 1
     fi
-    [ "$(id -u)" = 0 ] || as_root=(sudo "${as_root[@]}")
+    if [ "$(id -u)" != 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            printf '%s: without sudo only root can install the missing packages: %s\n' "$0" "${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo "${as_root[@]}")
+    fi
     say "install ${missing[*]}"
     "${as_root[@]}" apt-get update -qq || say "the package lists cannot be fetched anew: installing by those that are there"
     if ! "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"; then
@@ -45,8 +51,16 @@ keep_temporary_files_here() {
 # build_preset PRESET TESTS [TARGET...]: configures if need be, with the tests (ON) or without (OFF: only where the tree is
 # new), then builds what has changed.
 build_preset() {
-    local preset=$1 tests=$2 tree=build/$1
+    local preset=$1 tests=$2 tree=build/$1 home
     shift 2
+    # A tree that was copied or moved with the project would go on building the sources at its former place.
+    if [ -f "$tree/CMakeCache.txt" ]; then
+        home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$tree/CMakeCache.txt")
+        if ! [ "$home" -ef . ]; then
+            say "$tree was made for $home: it is made anew"
+            find "$tree" -mindepth 1 -maxdepth 1 ! -name findings -exec rm -rf {} +
+        fi
+    fi
     if [ ! -f "$tree/build.ninja" ] ||
         { [ "$tests" = ON ] && ! grep -q '^BRINDLE_BUILD_TESTS:BOOL=ON' "$tree/CMakeCache.txt"; }; then
         mkdir -p "$tree"
