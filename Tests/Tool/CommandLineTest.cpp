@@ -9,9 +9,12 @@ TEST_F(ToolTest, WrongUsageHasStatusTwoAndOneLine) {
     };
     Check({refused({}, "a command is missing; see 'brindle"),
            refused({"[frob]"}, "unknown command '[frob]'; see 'brindle"),
+           refused({"--frob", "expand"}, "unknown option '--frob'; see 'brindle"),
            refused({"expand", "a", "[b]"}, "unexpected argument '[b]'; see 'brindle expand"),
            refused({"check", "--js\x1bon"}, "unknown option '--js\xEF\xBF\xBDon'; see 'brindle check"),
            refused({"expand", "--report", "-"}, "--report: expected a file, found '-'; see 'brindle expand"),
+           refused({"expand", "--report=", "q.sql"}, "--report: expected a file, found ''; see 'brindle expand"),
+           refused({"csv", "a", "--to", "b", "--to=c"}, "--to: expected one value, found 2; see 'brindle csv"),
            refused({"expand", "-p", "=x"}, "-p: expected NAME=VALUE, found '=x'; see 'brindle expand"),
            refused({"blocks", "-m", "m=:k"}, "-m: expected MAP:KEY=VALUE, found 'm=:k'; see 'brindle blocks"),
            refused({"name", "physical"}, "TEXT is required; see 'brindle name"),
@@ -27,6 +30,8 @@ TEST_F(ToolTest, FilesThatCannotBeReadAreNamed) {
     std::filesystem::create_directory("folder");
     const std::string missing = "cannot open the file: No such file or directory\n";
     Check({{{"blocks", "--params", "no.json"}, "", {1, "", "no.json: " + missing}},
+           {{"csv", "no.csv"}, "", {1, "", "no.csv: " + missing}},
+           {{"csv", "folder"}, "", {1, "", "folder: expected a regular file\n"}},
            {{"expand", "--params", "-"}, "{}", {1, "", "-: standard input is asked for twice\n"}},
            {{"check", "no.sql", "-", "folder", "", "a\x1b\nb"},
             "#",
@@ -48,6 +53,15 @@ TEST_F(ToolTest, OutputThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(RunProcess(closed),
               (ProcessResult{1, "", "brindle: cannot write to standard output: Bad file descriptor\n"}));
     Check({{{"expand", "--report", "/dev/full"}, "a", {1, "", "/dev/full: cannot write the file" + full}}});
+
+    // What was written is gone, and a link to it stays.
+    Write("a.csv", "x\r\n"), std::filesystem::create_symlink("target", "link");
+    for (const char* const call : {"csv a.csv --to link", "expand a.csv --report link"}) {
+        Write("target", "old");
+        const std::string shell = "trap '' XFSZ; ulimit -f 0; \"$0\" " + std::string(call);
+        EXPECT_EQ(RunProcess({{"/bin/sh", "-c", shell, BRINDLE_TOOL_PROGRAM}}).status, 1) << call;
+        EXPECT_TRUE(!std::filesystem::exists("target") && std::filesystem::is_symlink("link")) << call;
+    }
 }
 
 } // namespace

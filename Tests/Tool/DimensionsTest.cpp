@@ -12,7 +12,7 @@ TEST_F(ToolTest, DimensionsAreListedWithoutTheSetsThatAreLeftOut) {
     Check({{{"dimensions", "--json"}, input, {0, R"([{"hierarchy":2,"levels":[)" + levels + "]}]", dropped}},
            {{"dimensions", "--json"},
             R"({"items":{"0":"a"},"groups":[[-0]]})",
-            {0, R"([{"hierarchy":1,"levels":[{"level":1,"unique":false,"keys":[0],"properties":[]}]}])"}}});
+            {0, R"([{"hierarchy":1,"levels":[{"level":1,"unique":false,"keys":[0],"properties":[]}]}])", ""}}});
 }
 
 TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {

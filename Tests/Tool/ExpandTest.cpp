@@ -10,6 +10,7 @@ TEST_F(ToolTest, OutputIsTheTextWithItsBlocksReplaced) {
     Write("-x.sql", "#$a#\r\n");
     Check({{{"expand", "--params", "p.json", "-", "--report", "r"}, "#$m{$k}+$[a b]#", {0, "12", ""}},
            {{"expand", "-p", "a==y=", "-m", "m:k:1=v=w"}, "#$a#,#$m{'k:1'}#", {0, "=y=,v=w", ""}},
+           {{"expand", "-p", "--a="}, "#$[--a]#.", {0, ".", ""}},
            {{"expand", "-p", "[a]=[b,c]", "-m", "{}:+={}"}, "#$[[a]]]##$[{}]{'+'}#", {0, "[b,c]{}", ""}},
            {{"expand", "-p", "a=x", "--", "-x.sql"}, "", {0, "x\r\n", ""}},
            {{"expand", "-p", "a=\xFF"},

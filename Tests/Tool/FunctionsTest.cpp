@@ -26,7 +26,8 @@ TEST_F(ToolTest, FunctionsShowWhatPassesTheFiltersAndWhatIsWrong) {
     };
     brindle_test::CheckRows(
         run, " -> 0 abs\tfunction\tlimited\tAbs\nsum\tsummary\tok\tTo tal\n",
-        "list --interface SS --hidden --type function -> 0 ln\tfunction\tok\t\nabs\tfunction\tok\tAbs\n",
+        "list --interface SS --hidden --type function -> 0 ln\tfunction\tok\t\nabs\tfunction\tok\tAbs\n"
+        "brindle: note: the catalogue has nothing on the interface 'SS'; known are OR\n",
         "tree --vendor A -> 0 math/\n  abs  Abs\n",
         R"(tree --json --type summary -> 0 [{"id":"math","type":"group","name":null,"level":"ok","folder":null,)"
         R"("depth":0},{"id":"sum","type":"summary","name":"To\ttal","level":"ok","folder":"math","depth":1}])",
@@ -34,7 +35,8 @@ TEST_F(ToolTest, FunctionsShowWhatPassesTheFiltersAndWhatIsWrong) {
         "canonical\t-\ncanonicalExpression\t-\nreturnType\t-\nformatType\t-\nlibrary\tlib\nlevel\tlimited\n"
         "parameter\t{\"types\":[\"a\",\"set\"],\"optional\":true,\"minOccurs\":0,\"maxOccurs\":1,\"nullable\":false}\n"
         "interfaces\t[\"OR\"]\nchildren\t[]\nproperty extra\tmore\n",
-        "--vendor D -> 1 brindle: unknown vendor 'D'; known are A, C\n", "--locale EN_gb --type=literal -> 0 ",
+        "--vendor D -> 1 brindle: unknown vendor 'D'; known are A, C\n",
+        "--locale EN_gb --interface or --type=literal -> 0 ",
         "show no -> 1 brindle: no function or folder has the id 'no'\n",
         "show -> 2 brindle: ID: show needs one ID, list and tree take none; see 'brindle functions --help'\n",
         "--locale fr_FR --type=format -> 0 brindle: note: no texts in the locale 'fr_FR'; "

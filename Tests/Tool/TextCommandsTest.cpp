@@ -11,6 +11,8 @@ TEST_F(ToolTest, CheckShowsWhereAndWhat) {
     check("#$a b1.\xC3\xA9_ c#", 9, "unexpected 'b1.\xC3\xA9_' in a macro block");
     check("#$a \"'b\"#", 8, "unexpected string in a macro block");
     check("\xE2\x82\xAC #$#", 5, "unexpected '#' in a macro block");
+    const std::string marked = "-:1:4: unexpected '#' in a macro block\n\xEF\xBF\xBD#$#\n   ^\n"; // not without width
+    Check({{{"check"}, "\xEF\xBB\xBF#$#", {1, "", marked}}});
 }
 
 TEST_F(ToolTest, CheckTellsWhereAnOpenFormBegins) {

@@ -16,20 +16,32 @@ bool NeedsGuard(const char* argument) {
     return *argument == '[' || *argument == '{' || *argument == '+' || *argument == kGuard;
 }
 
+// "--to=", or that with nothing but guards behind.
+bool HasEmptyValue(std::string_view argument) {
+    const std::size_t equals = argument.find('=');
+    return argument.starts_with("--") && equals != argument.npos &&
+           argument.find_first_not_of(kGuard, equals + 1) == argument.npos;
+}
+
 const CLI::Validator& Unguard() {
     static const CLI::Validator validator(
         [](std::string& argument) {
-            if (!argument.empty() && argument.front() == kGuard) argument.erase(0, 1);
+            if (argument.starts_with(kGuard)) {
+                argument.erase(0, 1);
+            } else if (HasEmptyValue(argument) && argument.ends_with(kGuard)) {
+                argument.pop_back();
+            }
             return std::string();
         },
         "");
     return validator;
 }
 
-const CLI::App& ChosenParser(const CLI::App& program) {
+// The one that found something wrong: the program's own if something unknown stands in front of the command.
+const CLI::App& FailedParser(const CLI::App& program) {
     const std::vector<const CLI::App*> chosen =
         program.get_subcommands([](const CLI::App* one) { return one->parsed(); });
-    return chosen.empty() ? program : *chosen.front();
+    return chosen.empty() || !program.remaining().empty() ? program : *chosen.front();
 }
 
 // What the parser says begins with a capital letter or with the name of an option.
@@ -40,9 +52,12 @@ std::string InOurStyle(std::string message) {
     return message;
 }
 
-// "-p: 1 required NAME=VALUE missing"; behind the placeholder may stand the words that it is one of.
-std::string DescribeMissingValue(const std::string& message) {
-    constexpr std::string_view kBetween = ": 1 required ";
+// "-p: 1 required NAME=VALUE missing"; behind the placeholder may stand the words that it is one of. For an option that
+// is repeated and can't be, "--to: At Most 1 required but received 2".
+std::string DescribeNumberOfValues(const std::string& message) {
+    constexpr std::string_view kBetween = ": 1 required ", kTooMany = ": At Most 1 required but received ";
+    if (const std::size_t many = message.find(kTooMany); many != message.npos)
+        return message.substr(0, many) + ": expected one value, found " + message.substr(many + kTooMany.size());
     const std::size_t between = message.find(kBetween);
     if (between == message.npos) return message;
     const std::size_t begin = between + kBetween.size();
@@ -51,12 +66,13 @@ std::string DescribeMissingValue(const std::string& message) {
 }
 
 std::string WhatIsWrong(const CLI::App& program, const CLI::App& parser, const CLI::Error& error) {
-    std::vector<std::string> surplus = parser.remaining();
+    const std::vector<std::string> surplus = parser.remaining();
     if (surplus.empty())
-        return &parser == &program ? "a command is missing" : DescribeMissingValue(InOurStyle(error.what()));
-    std::string first = surplus.front();
-    if (first.size() > 1 && first.front() == '-') return "unknown option '" + first + "'";
-    return InOurStyle((&parser == &program ? "unknown command '" : "unexpected argument '") + first + "'");
+        return &parser == &program ? "a command is missing" : DescribeNumberOfValues(InOurStyle(error.what()));
+    const std::string& first = surplus.front();
+    std::string what = &parser == &program ? "unknown command '" : "unexpected argument '";
+    if (first.size() > 1 && first.front() == '-') what = "unknown option '";
+    return InOurStyle(what + first + "'");
 }
 
 } // namespace
@@ -70,6 +86,7 @@ std::vector<std::string> GuardedArguments(int argc, const char* const* argv) {
         } else {
             const bool guarded = operandsOnly || NeedsGuard(argv[i]);
             arguments.push_back(guarded ? kGuard + std::string(argv[i]) : argv[i]);
+            if (HasEmptyValue(arguments.back())) arguments.back() += kGuard;
         }
     }
     std::reverse(arguments.begin(), arguments.end());
@@ -110,10 +127,12 @@ CLI::Validator OneOf(std::vector<std::string> words) {
     return CLI::Validator(check, description);
 }
 
-std::string RefuseStream(const std::string& file) { return file == "-" ? "expected a file, found '-'" : ""; }
+std::string RequireName(const std::string& file) {
+    return file == "-" || file.empty() ? "expected a file, found '" + file + "'" : "";
+}
 
 std::string DescribeUsageError(const CLI::App& program, const CLI::Error& error) {
-    const CLI::App& parser = ChosenParser(program);
+    const CLI::App& parser = FailedParser(program);
     const std::string command = &parser == &program ? "brindle" : "brindle " + parser.get_name();
     return WhatIsWrong(program, parser, error) + "; see '" + command + " --help'";
 }

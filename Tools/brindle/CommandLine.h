@@ -4,7 +4,8 @@
 // "++" end the command. That would ruin object names such as "[sales].[orders]". So every argument that begins with a
 // bracket or a plus sign, or stands behind "--", passes through the parser behind a guard character, and whatever
 // stores an argument takes the guard off again. Operands and options are therefore declared with the functions below,
-// not directly.
+// not directly. A guard also stands behind "--report=", as a script has it whose variable is empty: the parser would
+// take the next argument, the text to be expanded, for the file to be written.
 #pragma once
 
 #include <functional>
@@ -43,7 +44,7 @@ CLI::Option* AddFile(CLI::App& parser, std::string& file);
 CLI::Validator OneOf(std::vector<std::string> words);
 
 // A check for the name of a file where "-" stands for no stream: what is wrong, or the empty text.
-std::string RefuseStream(const std::string& file);
+std::string RequireName(const std::string& file);
 
 // One line on what is wrong with the command line, and where help is to be had.
 std::string DescribeUsageError(const CLI::App& program, const CLI::Error& error);

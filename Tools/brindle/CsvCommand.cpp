@@ -12,7 +12,6 @@
 #include <nlohmann/json.hpp>
 
 #include "ZBLCore/I18NEncoding.h"
-#include "ZBLCore/ZBLException.h"
 
 #include "AQU_csvFile_v2.h"
 
@@ -134,12 +133,13 @@ void Convert(AQU_csvFile_v2& source, const Options& options) {
     std::error_code failed;
     if (std::filesystem::equivalent(options.file, options.target, failed))
         throw Failure({Printable(options.target), "expected another file than the one that is read"});
-    Writer target(options.target);
+    RequireRegularFile(options.target, "ab");
     try {
+        Writer target(options.target);
         for (Record record; source.Get(record); record.clear())
             target.Put(record);
-    } catch (const ZBLException&) {
-        std::filesystem::remove(options.target, failed);
+    } catch (...) {
+        DiscardFile(options.target);
         throw;
     }
 }
@@ -162,6 +162,7 @@ void List(AQU_csvFile_v2& source, bool isJson) {
 }
 
 EExitStatus Csv(const Options& options) {
+    RequireRegularFile(options.file, "rb");
     AQU_csvFile_v2 source(ToName(options.file), "r");
     NoteWhatIsLost(options.file);
     if (options.target.empty()) {
@@ -179,10 +180,10 @@ Action DeclareCsv(CLI::App& parser) {
     AddText(parser, "FILE", options->file, "", "NAME.csv is comma-separated, any other name tab-separated Unicode")
         ->option_text(" ")
         ->required()
-        ->check(RefuseStream);
+        ->check(RequireName);
     CLI::Option* const target =
         AddText(parser, "--to", options->target, "FILE", "write the records to FILE, in the dialect that its name says")
-            ->check(RefuseStream);
+            ->check(RequireName);
     parser.add_flag("--json", options->json, "give the records as JSON, an array of arrays")->excludes(target);
     return [options] { return Csv(*options); };
 }

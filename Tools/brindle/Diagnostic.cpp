@@ -61,7 +61,8 @@ std::string_view CharacterAt(std::string_view text, std::size_t begin) {
 bool IsControl(std::string_view character) {
     const auto lead = static_cast<unsigned char>(character.front());
     return lead < 0x20 || lead == 0x7F || IsBetween(character, "\xC2\x80", "\xC2\x9F") ||
-           IsBetween(character, "\xE2\x80\xA8", "\xE2\x80\xAE") || IsBetween(character, "\xE2\x81\xA6", "\xE2\x81\xA9");
+           IsBetween(character, "\xE2\x80\xA8", "\xE2\x80\xAE") ||
+           IsBetween(character, "\xE2\x81\xA6", "\xE2\x81\xA9") || character == "\xEF\xBB\xBF";
 }
 
 Failure::Failure(std::string what) : m_diagnostic{kProgram, std::move(what)} {}

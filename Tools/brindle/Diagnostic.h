@@ -46,7 +46,7 @@ std::string Printable(std::string_view text, std::size_t limit = 400);
 // The bytes of the character that begins at the offset of a well-formed text.
 std::string_view CharacterAt(std::string_view text, std::size_t begin);
 
-// Control characters, line separators and the marks that turn the direction of writing.
+// Control characters, line separators, the marks that turn the direction of writing, and the byte-order mark.
 bool IsControl(std::string_view character);
 
 // Where a character lies in a text. Lines end with LF, CR LF or CR and count, as columns in characters do, from 1; a

@@ -56,7 +56,7 @@ Action DeclareExpand(CLI::App& parser) {
     AddFile(parser, options->file);
     AddParameterOptions(parser, options->parameters);
     AddText(parser, "--report", options->report, "FILE", "write what each block did to FILE, as XML")
-        ->check(RefuseStream);
+        ->check(RequireName);
     AddPerformanceOption(parser, options->performance);
     return [options] { return Expand(*options); };
 }

@@ -68,9 +68,24 @@ void WriteFile(const std::string& file, std::string_view bytes) {
     written = std::fclose(opened.release()) == 0 && written;
     if (written) return;
     const int error = errno;
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(file, ignored)) std::filesystem::remove(file, ignored);
+    DiscardFile(file);
     throw Failure({Printable(file), "cannot write the file: " + Reason(error)});
+}
+
+void DiscardFile(const std::string& file) {
+    std::error_code failed;
+    const std::filesystem::path itself = std::filesystem::canonical(file, failed);
+    if (std::filesystem::is_regular_file(itself, failed)) std::filesystem::remove(itself, failed);
+}
+
+void RequireRegularFile(const std::string& file, const char* mode) {
+    std::error_code failed;
+    const std::filesystem::file_status status = std::filesystem::status(file, failed);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure({Printable(file), "expected a regular file"});
+    if (I18NString(std::string_view(file)).bytes() != file)
+        throw Failure({Printable(file), "expected a file with a name in UTF-8"});
+    Open(file, mode);
 }
 
 } // namespace brindle_tool

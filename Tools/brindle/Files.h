@@ -20,7 +20,14 @@ Input ReadInput(const std::string& file);
 // Writes to standard output to the last byte and adds none.
 void WriteOutput(std::string_view bytes);
 
-// Replaces the content of the file. A regular file that could not be written whole is removed.
+// Replaces the content of the file, which is discarded if it could not be written whole.
 void WriteFile(const std::string& file, std::string_view bytes);
+
+// Removes the file if it is a regular one; a link that leads to it stays. Never fails.
+void DiscardFile(const std::string& file);
+
+// For files that the library opens, which doesn't tell why it can't: Failure unless the file is a regular one, with a
+// name in UTF-8, and can be opened in the mode of std::fopen.
+void RequireRegularFile(const std::string& file, const char* mode);
 
 } // namespace brindle_tool

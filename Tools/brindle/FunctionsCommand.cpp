@@ -55,17 +55,20 @@ std::vector<Node*> ChildrenOf(Node& folder) {
     return children;
 }
 
+std::string KnownAre(const std::vector<I18NString>& known) {
+    std::string list;
+    for (const I18NString& key : known)
+        list += (list.empty() ? "; known are " : ", ") + Printable(key.bytes());
+    return list;
+}
+
 // A client that asks for a vendor whom nobody knows sees everything, which isn't what was asked for.
 void AddVendors(Definition& definition, const Options& options) {
     std::vector<I18NString> known, names;
     definition.GetVendors(known, names);
     for (const std::string& vendor : options.vendors) {
-        if (std::find(known.begin(), known.end(), ToText(vendor)) == known.end()) {
-            std::string list;
-            for (const I18NString& key : known)
-                list += (list.empty() ? "; known are " : ", ") + Printable(key.bytes());
-            throw Failure("unknown vendor '" + Printable(vendor) + "'" + list);
-        }
+        if (std::find(known.begin(), known.end(), ToText(vendor)) == known.end())
+            throw Failure("unknown vendor '" + Printable(vendor) + "'" + KnownAre(known));
         definition.AddVendor(ToText(vendor));
     }
 }
@@ -88,12 +91,25 @@ void ShowNotes(Definition& definition, const Options& options) {
                  "'");
 }
 
+// Only the rules for all other interfaces hold for one that no entry names, as for one that is misspelt.
+void AddInterfaces(Definition& definition, const Options& options) {
+    std::vector<I18NString> known;
+    definition.GetInterfaces(known);
+    for (const std::string& code : options.interfaces) {
+        const auto isCode = [&code](const I18NString& key) {
+            return CLI::detail::to_lower(std::string(key.bytes())) == CLI::detail::to_lower(code);
+        };
+        if (!known.empty() && std::none_of(known.begin(), known.end(), isCode))
+            ShowNote("the catalogue has nothing on the interface '" + Printable(code) + "'" + KnownAre(known));
+        definition.AddInterface(ToText(code));
+    }
+}
+
 std::unique_ptr<Definition> Define(const Options& options) {
     std::unique_ptr<Definition> definition(Definition::Create(ToText(options.locale)));
     ShowNotes(*definition, options);
     AddVendors(*definition, options);
-    for (const std::string& code : options.interfaces)
-        definition->AddInterface(ToText(code));
+    AddInterfaces(*definition, options);
     for (const std::string& type : options.types)
         definition->AddFunctionType(ToText(type));
     if (options.hidden) definition->ShowHiddenFunctions();

@@ -1,10 +1,13 @@
 #include "RunRecord.h"
 
+#include <filesystem>
+
 #include <CLI/CLI.hpp>
 
 #include "Mortise/AUT_I_UserConfiguration.h"
 #include "PlatformHooks.h"
 
+#include "ABrindle.h"
 #include "TarnPerformance.h"
 
 #include "Diagnostic.h"
@@ -71,7 +74,10 @@ void RunRecord::End() {
     if (m_data == nullptr) return;
     m_data->SetSuccess();
     const std::string path = Write();
-    if (path.empty()) throw Failure("the performance record cannot be written to the logs directory");
+    if (path.empty()) {
+        const std::filesystem::path logs = std::filesystem::path(AQE_GetModulePath().bytes()) / "../logs";
+        throw Failure({Printable(logs.lexically_normal().string()), "cannot write the performance record"});
+    }
     ShowNote("performance of the run in " + path);
 }
 

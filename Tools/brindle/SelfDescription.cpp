@@ -9,6 +9,12 @@
 namespace brindle_tool {
 namespace {
 
+constexpr const char* kDescription = R"(.SH DESCRIPTION
+A text may hold blocks between two #. A block is replaced by its value, which comes from parameters; everything else is
+copied as it stands. Results go to standard output, failures and notes to standard error. A failure names the file, and
+line and column where there is one.
+)";
+
 constexpr const char* kPageEnd = R"(.SH EXIT STATUS
 .TP
 .B 0
@@ -30,8 +36,25 @@ the file with the user's settings
 .B BRINDLE_LOG
 the file of the log, \- for standard error
 .TP
+.B BRINDLE_DEFAULT_ENCODING
+the encoding of comma\-separated files, UTF\-8 unless given
+.TP
 .B NO_COLOR
-no colour in messages on a terminal)";
+no colour in messages on a terminal, if it isn\(aqt empty
+.SH FILES
+Relative to the installation, save the last:
+.TP
+.B configuration/VKEConfig.xml
+parameters for every query
+.TP
+.B configuration/functions
+the catalogue of functions
+.TP
+.B logs
+the records that \-\-performance writes
+.TP
+.B \(ti/.config/brindle/settings.toml
+the user\(aqs settings, where BRINDLE_SETTINGS names no others)";
 
 // Bash takes --option=word for three words.
 constexpr const char* kScriptStart =
@@ -183,7 +206,7 @@ std::string MakeManualPage(const CLI::App& program, std::span<const Command> com
                        Roff(program.get_description()) + "\n.SH SYNOPSIS\n.nf\n";
     for (const CLI::App* const parser : Commands(program))
         page += CommandLineOf(*parser);
-    page += ".fi\n.SH OPTIONS\nThe program and every command take these.\n";
+    page += std::string(".fi\n") + kDescription + ".SH OPTIONS\nThe program and every command take these.\n";
     for (const CLI::Option* const option : Shown(program, false))
         page += Entry(*option);
     page += ".SH COMMANDS\n";
