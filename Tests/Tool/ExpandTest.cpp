@@ -7,9 +7,12 @@ using namespace std::string_literals;
 
 TEST_F(ToolTest, OutputIsTheTextWithItsBlocksReplaced) {
     Write("p.json", R"({"k": "one", "a b": "2", "m": {"one": "1"}})");
-    Write("-x.sql", "#$a#\r\n");
+    Write("-x.sql", "#$a#\r\n"), Write("x.sql", "");
     Check({{{"expand", "--params", "p.json", "-", "--report", "r"}, "#$m{$k}+$[a b]#", {0, "12", ""}},
            {{"expand", "-p", "a==y=", "-m", "m:k:1=v=w"}, "#$a#,#$m{'k:1'}#", {0, "=y=,v=w", ""}},
+           {{"expand", "x.sql", "--report", "./x.sql"},
+            "",
+            {1, "", "./x.sql: expected another file than the one that is read\n"}},
            {{"expand", "-p", "--a="}, "#$[--a]#.", {0, ".", ""}},
            {{"expand", "-p", "[a]=[b,c]", "-m", "{}:+={}"}, "#$[[a]]]##$[{}]{'+'}#", {0, "[b,c]{}", ""}},
            {{"expand", "-p", "a=x", "--", "-x.sql"}, "", {0, "x\r\n", ""}},

@@ -111,8 +111,8 @@ CLI::Option* AddRepeated(CLI::App& parser, const std::string& name, std::functio
         ->trigger_on_parse();
 }
 
-CLI::Option* AddFile(CLI::App& parser, std::string& file) {
-    return AddText(parser, "FILE", file, "", "the text; standard input if it is missing or -");
+CLI::Option* AddFile(CLI::App& parser, std::string& file, const std::string& content) {
+    return AddText(parser, "FILE", file, "", content + "; standard input if it is missing or -");
 }
 
 CLI::Validator OneOf(std::vector<std::string> words) {

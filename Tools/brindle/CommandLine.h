@@ -37,8 +37,8 @@ CLI::Option* AddTexts(CLI::App& parser, const std::string& name, std::vector<std
 CLI::Option* AddRepeated(CLI::App& parser, const std::string& name, std::function<void(const std::string&)> take,
                          const std::string& placeholder, const std::string& description);
 
-// The operand FILE of most commands; without it `file` stays "-".
-CLI::Option* AddFile(CLI::App& parser, std::string& file);
+// The operand FILE of most commands, which holds `content`; without it `file` stays "-".
+CLI::Option* AddFile(CLI::App& parser, std::string& file, const std::string& content = "the text");
 
 // A check for a value that is one of the words; the completion of command lines offers them.
 CLI::Validator OneOf(std::vector<std::string> words);

@@ -2,11 +2,9 @@
 // told on standard error, as far as it can be seen in the bytes that are read or the characters that are written.
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <system_error>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -130,9 +128,7 @@ private:
 };
 
 void Convert(AQU_csvFile_v2& source, const Options& options) {
-    std::error_code failed;
-    if (std::filesystem::equivalent(options.file, options.target, failed))
-        throw Failure({Printable(options.target), "expected another file than the one that is read"});
+    RequireAnotherFile(options.target, options.file);
     RequireRegularFile(options.target, "ab");
     try {
         Writer target(options.target);

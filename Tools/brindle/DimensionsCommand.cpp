@@ -67,7 +67,7 @@ EExitStatus Dimensions(const Options& options) {
 
 Action DeclareDimensions(CLI::App& parser) {
     const auto options = std::make_shared<Options>();
-    AddFile(parser, options->file);
+    AddFile(parser, options->file, "items, keys and groups as JSON");
     parser.add_flag("--json", options->json, "give hierarchies and levels as JSON, items by their numbers");
     return [options] { return Dimensions(*options); };
 }

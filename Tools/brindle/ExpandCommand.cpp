@@ -27,8 +27,10 @@ struct Options {
 
 EExitStatus Expand(const Options& options) {
     // The library reads the option at the first expansion of the process and never again.
-    if (!options.report.empty())
+    if (!options.report.empty()) {
+        RequireAnotherFile(options.report, options.file);
         brindle_platform::overrideOption("QueryEngine", "GetMacroExpansionExecutionReport", "1");
+    }
 
     RunRecord record(options.performance, "brindle expand");
     Parameters parameters(options.parameters);

@@ -72,6 +72,12 @@ void WriteFile(const std::string& file, std::string_view bytes) {
     throw Failure({Printable(file), "cannot write the file: " + Reason(error)});
 }
 
+void RequireAnotherFile(const std::string& target, const std::string& source) {
+    std::error_code failed;
+    if (std::filesystem::equivalent(source, target, failed))
+        throw Failure({Printable(target), "expected another file than the one that is read"});
+}
+
 void DiscardFile(const std::string& file) {
     std::error_code failed;
     const std::filesystem::path itself = std::filesystem::canonical(file, failed);

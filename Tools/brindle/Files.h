@@ -23,6 +23,9 @@ void WriteOutput(std::string_view bytes);
 // Replaces the content of the file, which is discarded if it could not be written whole.
 void WriteFile(const std::string& file, std::string_view bytes);
 
+// Failure if the two names are of one file, where writing the one would cost what is read from the other.
+void RequireAnotherFile(const std::string& target, const std::string& source);
+
 // Removes the file if it is a regular one; a link that leads to it stays. Never fails.
 void DiscardFile(const std::string& file);
 
