@@ -113,8 +113,10 @@ TEST_F(FunctionDefinition, FoldersListInFileOrderThenByNameThenAdvanced) {
 }
 
 TEST_F(FunctionDefinition, NamesAreFoundInAnyCaseAndAClientsOnlyAsWritten) {
-    catalogue.Fill("<function><id>a</id></function><literal><id>b</id></literal>" + Entry("function", "own"),
-                   {{"en-us", R"(<string id="b">&#xC4;hnlich</string><string id="a">&#xE4;hnlich</string>)"}});
+    catalogue.Fill("<function><id>a</id></function><literal><id>b</id></literal>" + Entry("function", "own") +
+                       "<function><id>h</id><hidden/></function>",
+                   {{"en-us", R"(<string id="h">&#xC4;hnlich</string><string id="b">&#xC4;hnlich</string>
+        <string id="a">&#xE4;hnlich</string>)"}});
     const Definition definition = Filtered("");
     Node* const root = definition->GetRootNode();
     definition->AddNamedFunction("mine", "Own", root);
@@ -174,7 +176,8 @@ TEST_F(FunctionDefinition, RulesAnswerForTheDataSourcesInUse) {
     // For "last", only the size of the last rule's set counts against the hits of both.
     CheckRows(levels, " -> 3102021", "OR -> 3102322", "or SS -> 3112322", "SS -> 3133322", "OR DB -> 3111321",
               "OR SS DB -> 3111321", "SS DB -> 3131311", "d2 -> 3130322", "T1 -> 3130322", "D2,IF -> 3130322",
-              "BW -> 3130301", "- -> 3130301", "D2 BW -> 3130311", "q:relational q:b -> 3102012");
+              "BW -> 3130301", "- -> 3130301", "D2 BW -> 3130311", "q:relational q:b -> 3102012",
+              "q:b -> 3102013"); // its last rule fits nothing and counts all the same
 }
 
 TEST_F(FunctionDefinition, WithoutALocaleTheRelationalListIsNotRead) {

@@ -113,7 +113,8 @@ TEST(CatalogueTree, FilesFillOneTreeAndTheFirstEntryOfAnIdCounts) {
     const std::string second = In("group", "<id>g</id>" + Entry("", "summary", "s") + Entry("<dll>x</dll>") +
                                                In("group", "<id>g</id>" + Entry("", "operator", "o"))) +
                                In("group", Entry("", "literal", "m"));
-    catalogue.Write("a.xml", In("a", In("functionsRoot", first) + In("functionsRoot", Entry("", "literal", "no"))));
+    catalogue.Write("a.xml", In("a", "<b><b><b/></b></b>" + In("functionsRoot", first) +
+                                         In("functionsRoot", Entry("", "literal", "no"))));
     catalogue.Write("b.xml", In("functionsRoot", second));
     catalogue.Write("none.xml", In("functions", Entry("")));
     catalogue.Write("empty.xml", "");

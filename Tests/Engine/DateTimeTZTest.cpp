@@ -23,7 +23,8 @@ TEST(DateTimeTZ, LocalZoneFollowsTheBiasAtOnceAndOnlyTheRangeOfADisplacementIsTe
         const int tz = std::stoi(row), status = Date(0.0, tz).GetStatus();
         Date set(0.0, 0);
         const bool same = set.SetTime(24, 0, 0, tz) == 1 && set.SetTime(1, 2, 3, tz) == status &&
-                          set.SetDate(2000, 2, 29, tz) == status && set.SetDateTime(2000, 2, 29, 0, 0, 0, tz) == status;
+                          set.AdjustNoTZ() == 3723 / 86400.0 && set.SetDate(2000, 2, 29, tz) == status &&
+                          set.AdjustNoTZ() == 36585.0 && set.SetDateTime(2000, 2, 29, 0, 0, 0, tz) == status;
         return Parts(Date(2000, 2, 29, 0, 0, 0, tz)) + (same ? "" : " when constructed");
     });
 }

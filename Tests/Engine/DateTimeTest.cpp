@@ -57,6 +57,7 @@ TEST(DateTimeCalendar, FieldsAreThoseOfTheNearestSecondAndBadOnesLeaveTheNumberA
         return std::to_string(status) + " " + date.Get();
     });
     EXPECT_TRUE(date.GetYear() == -1 && !date.SetDate(1899, 12, 28) && !date.SetTime(18, 0, 0) && date.Get() == "0.75");
+    EXPECT_EQ(date.SetDate(2000, 0, 1), 1) << "no day of month 0 is looked up";
 }
 
 TEST(DateTimeInterval, IsReadWithHalfASecondOfADayAddedAndSetFromTheHoursOn) {

@@ -140,36 +140,41 @@ TEST(SqlLines, RenderWithTheirIndentation) {
     EXPECT_EQ(text.GetText(), "");
     text.PrependString("x");
     EXPECT_EQ(text.GetText(), "x");
-    text.Indent(2);
+    text.Indent(-1);
+    EXPECT_EQ(text.GetText(), "\nx");
+    text.Indent(3);
     EXPECT_EQ(text.GetText(), "\n  x") << "one line with an indentation begins with a line break";
     text.AddLine(-1, "b");
-    for (const int phrase : {0, 8, 9, -1})
+    for (int phrase = -1; phrase <= 9; ++phrase)
         text.AppendKeyword(static_cast<AQE_SqlText::sqlKeyword>(phrase));
     text.PrependString("<");
-    EXPECT_EQ(text.GetText(), "  <x\nbselect  within group ");
+    const I18NString phrases = "select distinct from order by group by partition by  over  nulls last within group ";
+    EXPECT_EQ(text.GetText(), "  <x\nb" + phrases);
     for (const int blanks : {INT_MAX, INT_MIN, -1}) // -2 in all
         text.Indent(blanks);
     text.IndentNotFirstLine(4);
-    EXPECT_EQ(text.GetText(), "<x\n bselect  within group ") << "the indentation had got below zero";
+    EXPECT_EQ(text.GetText(), "<x\n b" + phrases) << "the indentation had got below zero";
     text.AddLine();
     text.AddLine(AUT_RefPtr<AQE_SqlLine>());
     EXPECT_TRUE(text.NumLines() == 3 && text.EmptyMig() && !text.Empty());
 }
 
 TEST(SqlLines, AreSharedByCopiesAndMerges) {
-    AQE_SqlText text("n", 3), assigned, merged, empty;
+    AQE_SqlText text("n", 3), assigned, merged, empty, one;
+    one.AddLine(0, "0");
     text.AddLine(0, "a");
     text.AddLine(1, "b");
     AQE_SqlText copy(text);
     assigned = text;
     merged.MergeText(empty);
     EXPECT_TRUE(merged.Empty());
+    merged.MergeText(one);
     merged.MergeText(text); // "a" is appended, so copied; "b" is shared
     copy.Indent(2);
     assigned.AppendString("!");
     EXPECT_EQ(text.GetText(), "  a\n   b!");
     EXPECT_EQ(assigned.GetText(), "  a\n   b!");
-    EXPECT_EQ(merged.GetText(), "a\n   b!");
+    EXPECT_EQ(merged.GetText(), "0a\n   b!");
     EXPECT_EQ(Markup(assigned), "§<n line=\"3\"></n>");
 
     auto piece = std::make_unique<AQE_SqlText>(text);
@@ -256,6 +261,7 @@ TEST(SqlTexts, NestAsDeepAsTheyLike) {
     child->AddText(new AQE_SqlText(shared));
     shared.AddText(child);
     shared = *child; // which goes with the former pieces
+    EXPECT_TRUE(shared.Empty() && !shared.EmptyMig()) << "pieces, but no lines";
     EXPECT_EQ(Markup(shared).substr(0, 11), "§<z><y><g>");
 }
 

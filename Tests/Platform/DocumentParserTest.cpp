@@ -69,7 +69,7 @@ TEST(DocumentParser, ReadsIntoTheTree) {
 TEST(DocumentParser, RefusesWithThePosition) {
     const std::string invalid = "not well-formed (invalid token)", noMark = "1:1: UTF-16 without a byte-order mark";
     const std::pair<std::string_view, std::string> rows[] = {
-        {"<r>\n\u00E4\u20AC<e></r>", "2:8: mismatched tag"},
+        {"\xEF\xBB\xBF<r>\n\u00E4\u20AC<e></r>", "2:8: mismatched tag"},
         {"\n<!DOCTYPE r [<!ENTITY e 'x'><!ENTITY f '&e;&e;'>]><r>&f;</r>",
          "2:13: a document type declaration is not allowed"},
         {"<r>\xED\xA0\x80</r>", "1:4: " + invalid},
@@ -80,7 +80,8 @@ TEST(DocumentParser, RefusesWithThePosition) {
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='iso-8859-1'?><r/>",
          "1:1: the encoding declared is not that of the byte-order mark"},
         {"\xFF\xFE \0 "sv, "1:2: unclosed token"},
-        {"\0<\0r\0/\0>"sv, noMark}};
+        {"\0<\0r\0/\0>"sv, noMark},
+        {"<\0r\0/\0>\0"sv, noMark}};
     for (const auto& [input, expected] : rows)
         EXPECT_EQ(expected, failureOf(input)) << input;
 }

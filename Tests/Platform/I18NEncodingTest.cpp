@@ -37,6 +37,7 @@ TEST(I18NEncodingForms, TextBecomesItsBytesAndBytesWithoutMeaningBecomeReplaceme
     for (const auto& [encoding, text, bytes] : broken)
         EXPECT_EQ(decoded(bytes, encoding), text) << encoding << testing::PrintToString(bytes);
     EXPECT_EQ(I18NString("\x00\xD8\x00\xDC", 2, "utf-16"), "\uFFFD") << "the pair's second half lies behind the end";
+    EXPECT_EQ(I18NString("\u3042").encode("iso-2022-jp"), "\x1B$B$\"\x1B(B") << "ends in the state that it began in";
 }
 
 // The second name of each pair is one that the library leaves to its converter.

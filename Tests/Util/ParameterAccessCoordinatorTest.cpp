@@ -87,10 +87,10 @@ TEST(ParameterAccessCoordinator, AMapMayAddToTheCoordinatorThatIsAskingIt) {
         using AQU_ParameterMapApp::Get;
         int Get(const I18NString&, const I18NString&, I18NString&) override {
             m_outer.AddParameterAccessCoordinator(m_added.outer.get());
-            return -1;
+            return 0; // nothing but 1 counts
         }
         AQU_I_ParameterAccessCoordinator& m_outer;
-        Stack m_added{"5 a"};
+        Stack m_added{"-5 a"};
     };
     Stack stack("");
     AddingMap map(stack);
@@ -103,9 +103,11 @@ TEST(ParameterAccessCoordinator, MapsAreListedOnceInTheOrderOfTheirOldPriority) 
     AQU_I_ParameterMap *a = stack.maps[0].get(), *b = stack.maps[1].get(), *c = stack.maps[2].get();
     stack.inner->AddParameterMap(a);
     stack.outer->AddParameterMap(b);
+    const Stack third("3 -");
+    stack.inner->AddParameterAccessCoordinator(third.outer.get());
     std::vector<AQU_I_ParameterMap*> all{c};
     stack.outer->GetAllMaps(all);
-    EXPECT_EQ(all, (decltype(all){c, b, a, stack.maps[3].get()}));
+    EXPECT_EQ(all, (decltype(all){c, b, a, stack.maps[3].get(), third.maps[0].get()}));
     EXPECT_TRUE(stack.outer->GetParameterMapWithPriority(20) == a && stack.outer->IsThereParameterMapWithPriority(10));
     EXPECT_FALSE(stack.outer->GetParameterMapWithPriority(1) || stack.outer->IsThereParameterMapWithPriority(1));
 }

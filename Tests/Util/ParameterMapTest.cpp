@@ -21,8 +21,9 @@ TEST(ParameterMapApp, ForeignMapNameIsRefusedAndChangesNothing) {
     // Without a map name the question goes to "_env", which this map does not serve either.
     std::ostringstream results;
     results << map.Get("other", "k", values) << map.GetDefault("other", values) << map.GetAllEntries("other", entries)
-            << map.Set("other", "k", "x") << map.Delete("other", "k") << map.Set("k", "x") << map.Delete("k");
-    EXPECT_EQ(results.str(), "-2-2-2-2-2-2-2");
+            << map.Get("other", "k", values[0]) << map.GetDefault("other", values[0]) << map.Set("other", "k", "x")
+            << map.Delete("other", "k") << map.Set("k", "x") << map.Delete("k");
+    EXPECT_EQ(results.str(), "-2-2-2-2-2-2-2-2-2");
     EXPECT_EQ(map.GetDefault("mine", values) + map.GetAllEntries("mine", entries), 2);
     EXPECT_EQ(values, (Strings{"before", "mine", "a", "b"}));
     EXPECT_TRUE(map.GetDefault("mine", values[0]) == 1 && values[0] == "b") << "of several the last";
@@ -41,6 +42,7 @@ TEST(ParameterMapApp, OptionReadAtEachSetDecidesWhetherEarlierValuesStay) {
     for (const char* key : {"l", "j"})
         map.Set(key, "neighbour");
     EXPECT_EQ(valuesAfter("0", "a"), (Strings{"a", "a"}));
+    EXPECT_EQ(valuesAfter("1", "c"), (Strings{"c", "a", "c"}));
     EXPECT_EQ(valuesAfter("0", "b"), (Strings{"b", "b"}));
     EXPECT_EQ(valuesAfter("1", "a"), (Strings{"a", "b", "a"}));
     EXPECT_EQ(valuesAfter("-1", "c"), (Strings{"c", "b", "a", "c"}));
@@ -52,6 +54,8 @@ TEST(ParameterMapApp, OptionReadAtEachSetDecidesWhetherEarlierValuesStay) {
     EXPECT_TRUE(map.Delete("k") == -1 && map.Get("k", entries[0].first) == -1);
     EXPECT_TRUE(entries[0].first == "kept" && map.GetDefault("_env", entries[0].first) == 1);
     EXPECT_EQ(entries[0].first, "") << "no default";
+    Strings none;
+    EXPECT_TRUE(map.GetDefault("_env", none) == 1 && none.empty());
 }
 
 } // namespace

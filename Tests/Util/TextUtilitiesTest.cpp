@@ -45,10 +45,10 @@ TEST(SearchAndReplace, AgreesWithAPlainSearchOnRepetitiveTexts) {
     }
 }
 
-// The text trimmed in each of the modes 0 to 4, a bar behind each.
+// The text trimmed in each of the modes 0 to 3 and in 7, a bar behind each.
 I18NString Trimmed(const I18NString& text) {
     I18NString shown;
-    for (int mode = 0; mode <= 4; ++mode) {
+    for (const int mode : {0, 1, 2, 3, 7}) {
         I18NString trimmed = text;
         AQE_Trim(trimmed, mode);
         shown += trimmed + "|";
@@ -72,6 +72,8 @@ TEST(SubstituteText, ReplacesNumberedMarkersOnce) {
     I18NString text = "%4%3%2%1";
     AQE_SubstituteText(text, text, "b");
     EXPECT_EQ(text, "%4%3b%4%3%2%1");
+    AQE_SubstituteText(text = "%4%3%2%1", "a", "b", "c", "d");
+    EXPECT_EQ(text, "dcba");
     AQE_SubstituteText(text = "%5%4", std::vector<I18NString>{"a", "b", "c", "d", "e"});
     EXPECT_EQ(text, "%5d");
 }
