@@ -236,8 +236,7 @@ bool IsDimensionFile(const Json& tree, std::set<unsigned>& items) {
         if (name != "items" || !value.is_object()) return false;
         for (const auto& [number, text] : value.items()) {
             const std::optional<unsigned> item = ExpectedItem(number);
-            if (!item || !text.is_string()) return false;
-            items.insert(*item);
+            if (!item || !text.is_string() || !items.insert(*item).second) return false;
         }
     }
     return true;
@@ -288,7 +287,8 @@ void RunDimensions(const I18NString& text) {
     Json tree = Tree(text.bytes(), hasTwins);
     const std::optional<Structure> found = ReadDimensions(text, !tree.is_discarded());
     std::set<unsigned> items;
-    Require(found.has_value() == IsDimensionFile(tree, items), "what has the form of the file is read, and only that");
+    Require(found.has_value() == (!hasTwins && IsDimensionFile(tree, items)),
+            "what has the form of the file is read, and only that");
     if (!found) return;
 
     std::optional<Structure> same = ReadDimensions(I18NString(std::string_view(tree.dump(2))), true);

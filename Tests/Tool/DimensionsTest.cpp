@@ -22,6 +22,8 @@ TEST_F(ToolTest, DimensionsOfAnotherFormAreRefused) {
     refused("[\n,", ":2:1: syntax error while parsing value - unexpected ','; expected '[', '{', or a literal\n,\n^");
     refused("[1e999]", ": number overflow parsing '1e999'");
     refused(R"({"key":[]})", ": expected 'items', 'keys' or 'groups', found 'key'");
+    refused(R"({"keys":[],"keys":[]})", ": the name 'keys' is given twice");
+    refused(R"({"items":{"1":"a","01":"b"}})", ": the item '1' is named twice");
     refused(R"({"items":{"1":{}}})", ": expected a text at '/items/1', found object");
     for (const std::string item : {"", "4294967296", "1x"})
         refused(R"({"items":{")" + item + "\":1}}",

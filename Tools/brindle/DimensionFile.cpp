@@ -47,8 +47,9 @@ private:
                 throw Failure(
                     {m_input.name, "expected the number of an item in '/items', found '" + Printable(number) + "'"});
             if (!name.is_string()) Refuse("a text", "/items/" + number, name);
+            if (!m_known.insert(item).second)
+                throw Failure({m_input.name, "the item '" + Printable(number) + "' is named twice"});
             m_finder.SetItemName(item, I18NString(std::string_view(name.get_ref<const std::string&>())));
-            m_known.insert(item);
         }
     }
 
@@ -93,10 +94,29 @@ private:
     std::set<unsigned> m_known;
 };
 
+// Refuses an object that has a name twice: the tree would keep one of the two.
+class TwinFinder {
+public:
+    explicit TwinFinder(const Input& input) : m_input(input) {}
+
+    bool operator()(int, Json::parse_event_t event, const Json& value) {
+        if (event == Json::parse_event_t::object_start) m_names.emplace_back();
+        if (event == Json::parse_event_t::object_end) m_names.pop_back();
+        if (event == Json::parse_event_t::key && !m_names.back().insert(value).second)
+            throw Failure(
+                {m_input.name, "the name '" + Printable(value.get_ref<const std::string&>()) + "' is given twice"});
+        return true;
+    }
+
+private:
+    const Input& m_input;
+    std::vector<std::set<std::string>> m_names; // of the objects that are open
+};
+
 Json Parse(const Input& input) {
     const std::string_view bytes = input.text.bytes();
     try {
-        return Json::parse(bytes.begin(), bytes.end());
+        return Json::parse(bytes.begin(), bytes.end(), TwinFinder(input));
     } catch (const Json::parse_error& error) {
         ThrowJsonFailure(input, error.byte, error.what());
     } catch (const Json::out_of_range& error) { // a number beyond every double
