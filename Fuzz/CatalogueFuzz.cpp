@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -39,7 +38,6 @@ constexpr const char* kKinds[] = {"function", "summary", "operator", "literal", 
 class Home {
 public:
     Home() {
-        std::filesystem::create_directories(PathOf(""));
         brindle_platform::setProgramDirectory(I18NString(std::string_view(m_directory.Path() + "/bin")));
         Write("FileList.xml", "<l><definition>functions.xml</definition><description><language>en-us</language>"
                               "<file>texts.xml</file></description></l>");

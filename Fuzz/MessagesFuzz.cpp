@@ -149,10 +149,7 @@ void RequireThroughTheDoor(std::string_view content, const Texts& texts, const s
     static const brindle_test::TemporaryDirectory directory;
     static int fileCount = 0;
     if (std::hash<std::string_view>()(content) % kOneFileOf != 0 || ++fileCount > kMaxFiles) return;
-    if (fileCount == 1) {
-        std::filesystem::create_directories(directory.Path() + "/configuration/messages");
-        brindle_platform::setProgramDirectory(I18NString(std::string_view(directory.Path() + "/bin")));
-    }
+    if (fileCount == 1) brindle_platform::setProgramDirectory(I18NString(std::string_view(directory.Path() + "/bin")));
     const std::string file = "f" + std::to_string(fileCount);
     const std::string path = directory.Write("configuration/messages/" + file + "_en.txt", content);
     const auto format = [&](unsigned long number, const char* locale) {

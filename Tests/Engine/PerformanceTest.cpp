@@ -3,9 +3,14 @@
 #include <list>
 #include <memory>
 #include <regex>
+#include <set>
+#include <thread>
 #include <tuple>
 
 #include <gtest/gtest.h>
+
+#include "ZBLIDOM/ZBLIDOM_DOMImplementation.h"
+#include "ZBLIDOM/ZBLIDOM_Parser.h"
 
 #include "AQE_AutoPerformance.h"
 #include "AQE_PerfData.h"
@@ -228,6 +233,34 @@ TEST_F(Performance, AFileIsOneThatDidNotStandAndEndsWithTheLibrary) {
     Spend(0, 2, 0, 4), TarnPerformance::Terminate();
     EXPECT_EQ(TakeRuns(), "Report=4 =4( =4x1)") << "another file, and no names are left, nor the directory";
     EXPECT_EQ(TakeRuns("bin/Performance_S2.xml") + Bytes("bin/Performance_S.xml") + Bytes("planted"), "Report=0mine");
+}
+
+TEST_F(Performance, RunsOfManyThreadsStandWholeBesideEachOther) {
+    Start();
+    std::list<std::jthread> threads;
+    for (int first = 0; first < 8; ++first)
+        threads.emplace_back([first] {
+            for (int number = first; number < 8000; number += 8) {
+                const I18NString name = std::to_string(number % 50).c_str();
+                AQE_PerfData data;
+                data.SetRunNumber(number), data.SetReportContext(I18NString(U'x', number / 8), "", "");
+                const int query = data.RegisterQuery("q"), component = TarnPerformance::RegisterComponent(&data, name);
+                const int function = TarnPerformance::RegisterComponentFunction(&data, component, name);
+                const AQE_AutoPerformance outer(&data, query, component, function), inner(&data, query, 0, 0);
+            }
+        });
+    threads.clear(), TarnPerformance::Terminate();
+
+    ZBLIDOM_Document document = ZBLIDOM_DOMImplementation::getInstance().createDocument("", "", {});
+    ZBLIDOM_Parser(0).parse(Path("logs/Performance_S.xml"), document);
+    const ZBLIDOM_NodeList records = document.getElementsByTagName("RP");
+    std::set<int> whole;
+    for (long i = 0; i < records.getLength(); ++i) {
+        const ZBLIDOM_Element record(records.item(i)), component(record.getElementsByTagName("C").item(0));
+        const int number = std::stoi(record.getAttribute("rN").c_str());
+        if (number % 50 == std::stoi(component.getAttribute("n").c_str())) whole.insert(number);
+    }
+    EXPECT_TRUE(records.getLength() == 8000 && whole.size() == 8000) << whole.size();
 }
 
 } // namespace

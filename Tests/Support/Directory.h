@@ -31,9 +31,7 @@ struct Directory {
     std::filesystem::path FullPath(const std::string& name) const { return std::filesystem::path(m_directory) / name; }
     I18NString Path(const std::string& name) const { return FullPath(name).c_str(); }
     I18NString Write(const std::string& name, const std::string& bytes) const {
-        std::filesystem::create_directories(FullPath(name).parent_path());
-        std::ofstream(FullPath(name), std::ios::binary) << bytes;
-        return Path(name);
+        return m_made.Write(name, bytes).c_str();
     }
     std::string Bytes(const std::string& name) const {
         std::ifstream stream(FullPath(name), std::ios::binary);

@@ -27,9 +27,10 @@ public:
 
     const std::string& Path() const { return m_path; }
 
-    // Answers the file's path. Its directory must be there.
+    // Answers the file's path, which is `name` itself if that is a full path. Directories on the way to it are made.
     std::string Write(const std::string& name, std::string_view content) const {
-        std::string path = m_path + "/" + name;
+        const std::filesystem::path path = std::filesystem::path(m_path) / name;
+        std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
         return path;
     }

@@ -102,13 +102,16 @@ public:
     bool operator()(int, Json::parse_event_t event, const Json& value) {
         if (event == Json::parse_event_t::object_start) m_names.emplace_back();
         if (event == Json::parse_event_t::object_end) m_names.pop_back();
-        if (event == Json::parse_event_t::key && !m_names.back().insert(value).second)
-            throw Failure(
-                {m_input.name, "the name '" + Printable(value.get_ref<const std::string&>()) + "' is given twice"});
+        if (event == Json::parse_event_t::key) AddName(value.get_ref<const std::string&>());
         return true;
     }
 
 private:
+    void AddName(const std::string& name) {
+        if (!m_names.back().insert(name).second)
+            throw Failure({m_input.name, "the name '" + Printable(name) + "' is given twice"});
+    }
+
     const Input& m_input;
     std::vector<std::set<std::string>> m_names; // of the objects that are open
 };

@@ -1,13 +1,11 @@
 // brindle functions: the function catalogue as a client sees it, as a list of entries, as a tree with its folders, or
 // all that one entry or folder answers.
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "ABrindle.h"
 #include "AQF_I_FunctionDLL.h"
 #include "AQF_I_FunctionDefinition.h"
 #include "AQF_I_FunctionParameter.h"
@@ -16,6 +14,7 @@
 #include "CommandLine.h"
 #include "Diagnostic.h"
 #include "Files.h"
+#include "Library.h"
 
 namespace brindle_tool {
 namespace {
@@ -76,11 +75,8 @@ void AddVendors(Definition& definition, const Options& options) {
 // What the library does without a word.
 void ShowNotes(Definition& definition, const Options& options) {
     const std::unique_ptr<Definition> unfiltered(Definition::Create());
-    if (ChildrenOf(*unfiltered->GetRootNode()).empty()) {
-        const std::filesystem::path path(AQE_GetModulePath().bytes());
-        const std::string folder = (path / "../configuration/functions").lexically_normal().string();
-        return ShowNote("the function catalogue in '" + Printable(folder) + "' is empty");
-    }
+    if (ChildrenOf(*unfiltered->GetRootNode()).empty())
+        return ShowNote("the function catalogue in '" + ShownPath("../configuration/functions") + "' is empty");
     const auto language = [](std::string name) {
         name.resize(std::min(name.find_first_of("-_.@"), name.size()));
         return CLI::detail::to_lower(name);
@@ -96,8 +92,8 @@ void AddInterfaces(Definition& definition, const Options& options) {
     std::vector<I18NString> known;
     definition.GetInterfaces(known);
     for (const std::string& code : options.interfaces) {
-        const auto isCode = [&code](const I18NString& key) {
-            return CLI::detail::to_lower(std::string(key.bytes())) == CLI::detail::to_lower(code);
+        const auto isCode = [lowered = CLI::detail::to_lower(code)](const I18NString& key) {
+            return CLI::detail::to_lower(std::string(key.bytes())) == lowered;
         };
         if (!known.empty() && std::none_of(known.begin(), known.end(), isCode))
             ShowNote("the catalogue has nothing on the interface '" + Printable(code) + "'" + KnownAre(known));

@@ -1,5 +1,6 @@
 #include "Library.h"
 
+#include <filesystem>
 #include <string>
 
 #include "ABrindle.h"
@@ -21,5 +22,10 @@ Library::Library() {
 }
 
 Library::~Library() { ABrindle_Terminate(kCaller); }
+
+std::string ShownPath(const char* fromPrograms) {
+    const std::filesystem::path programs(AQE_GetModulePath().bytes());
+    return Printable((programs / fromPrograms).lexically_normal().string());
+}
 
 } // namespace brindle_tool

@@ -1,16 +1,14 @@
 #include "RunRecord.h"
 
-#include <filesystem>
-
 #include <CLI/CLI.hpp>
 
 #include "Mortise/AUT_I_UserConfiguration.h"
 #include "PlatformHooks.h"
 
-#include "ABrindle.h"
 #include "TarnPerformance.h"
 
 #include "Diagnostic.h"
+#include "Library.h"
 
 namespace brindle_tool {
 namespace {
@@ -74,10 +72,7 @@ void RunRecord::End() {
     if (m_data == nullptr) return;
     m_data->SetSuccess();
     const std::string path = Write();
-    if (path.empty()) {
-        const std::filesystem::path logs = std::filesystem::path(AQE_GetModulePath().bytes()) / "../logs";
-        throw Failure({Printable(logs.lexically_normal().string()), "cannot write the performance record"});
-    }
+    if (path.empty()) throw Failure({ShownPath("../logs"), "cannot write the performance record"});
     ShowNote("performance of the run in " + path);
 }
 
