@@ -1,5 +1,6 @@
 // Runs, their guards and their file. The clocks stand until a test moves them, one tick is one unit of time, and what
 // the runs have recorded is read back from the file in a short form.
+#include <latch>
 #include <list>
 #include <memory>
 #include <regex>
@@ -237,9 +238,11 @@ TEST_F(Performance, AFileIsOneThatDidNotStandAndEndsWithTheLibrary) {
 
 TEST_F(Performance, RunsOfManyThreadsStandWholeBesideEachOther) {
     Start();
+    std::latch atOnce(8); // the first records make the file
     std::list<std::jthread> threads;
     for (int first = 0; first < 8; ++first)
-        threads.emplace_back([first] {
+        threads.emplace_back([first, &atOnce] {
+            atOnce.arrive_and_wait();
             for (int number = first; number < 8000; number += 8) {
                 const I18NString name = std::to_string(number % 50).c_str();
                 AQE_PerfData data;
